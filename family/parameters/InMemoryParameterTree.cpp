@@ -1,0 +1,306 @@
+#include "host/InMemoryParameterTree.h"
+
+#include <sstream>
+
+namespace vorn {
+namespace core {
+namespace models {
+
+// The tree's callback: every write is recorded, then checked and applied like a device would.
+class InMemoryParameterTree::Callback : public ParameterModelCallback
+{
+public:
+    explicit Callback(InMemoryParameterTree* tree) : m_tree(tree) {}
+
+    void setValue(boost::shared_ptr<MvParametersEntryNode> node, boost::any value) override
+    {
+        m_tree->record(node, value);
+    }
+
+private:
+    InMemoryParameterTree* m_tree;
+};
+
+namespace {
+
+template <class T> std::string toText(const T& value)
+{
+    std::ostringstream out;
+    out << value;
+    return out.str();
+}
+
+template <class T> const T* valueAs(const boost::any& value)
+{
+    return boost::any_cast<T>(&value);
+}
+
+std::string wrongType(const char* expected)
+{
+    return std::string("expects a value of type ") + expected;
+}
+
+template <class Node> std::string applyIntegral(Node& node, const boost::any& value, const char* typeName)
+{
+    using T = typename Node::ValueType;
+    const T* v = valueAs<T>(value);
+    if (!v)
+        return wrongType(typeName);
+    if (*v < node.getMinValue())
+        return toText(*v) + " is below the minimum " + toText(node.getMinValue());
+    if (*v > node.getMaxValue())
+        return toText(*v) + " is above the maximum " + toText(node.getMaxValue());
+    const T step = node.getStepValue();
+    if (step > 1 && static_cast<T>(*v - node.getMinValue()) % step != 0)
+        return toText(*v) + " is not a multiple of the increment " + toText(step) + " from " +
+               toText(node.getMinValue());
+    node.setNodeValue(*v);
+    return std::string();
+}
+
+} // namespace
+
+InMemoryParameterTree::InMemoryParameterTree() : m_model(MvParametersModel::create()) {}
+
+InMemoryParameterTree::~InMemoryParameterTree() = default;
+
+boost::shared_ptr<InMemoryParameterTree> InMemoryParameterTree::create()
+{
+    boost::shared_ptr<InMemoryParameterTree> tree(new InMemoryParameterTree());
+    tree->m_callback.reset(new Callback(tree.get()));
+    tree->m_model->root()->setCallback(tree->m_callback);
+    return tree;
+}
+
+void InMemoryParameterTree::releaseCallback()
+{
+    m_callback.reset();
+}
+
+template <class Node, class... Args>
+boost::shared_ptr<Node> InMemoryParameterTree::make(const Parent& parent, const std::string& name,
+                                                    const Args&... args)
+{
+    boost::shared_ptr<Node> node = m_model->createNode<Node>(name, args...);
+    place(parent, node);
+    return node;
+}
+
+void InMemoryParameterTree::place(const Parent& parent, const boost::shared_ptr<MvParametersEntryNode>& node)
+{
+    (parent ? parent : Parent(root()))->addChild(node);
+}
+
+CategoryBuilder InMemoryParameterTree::category(const Parent& parent, const std::string& name)
+{
+    return CategoryBuilder(make<MvParametersCategoryNode>(parent, name));
+}
+
+PlainEntryBuilder InMemoryParameterTree::entry(const Parent& parent, const std::string& name)
+{
+    return PlainEntryBuilder(make<MvParametersEntryNode>(parent, name));
+}
+
+IntegerBuilder InMemoryParameterTree::integer(const Parent& parent, const std::string& name)
+{
+    return IntegerBuilder(make<MvParametersIntegerNode>(parent, name));
+}
+
+UInt64Builder InMemoryParameterTree::uint64(const Parent& parent, const std::string& name)
+{
+    return UInt64Builder(make<MvParametersUInt64Node>(parent, name));
+}
+
+FloatBuilder InMemoryParameterTree::floating(const Parent& parent, const std::string& name)
+{
+    return FloatBuilder(make<MvParametersFloatNode>(parent, name));
+}
+
+BooleanBuilder InMemoryParameterTree::boolean(const Parent& parent, const std::string& name)
+{
+    return BooleanBuilder(make<MvParametersBooleanNode>(parent, name));
+}
+
+StringBuilder InMemoryParameterTree::string(const Parent& parent, const std::string& name)
+{
+    return StringBuilder(make<MvParametersStringNode>(parent, name));
+}
+
+EnumerationBuilder InMemoryParameterTree::enumeration(const Parent& parent, const std::string& name)
+{
+    return EnumerationBuilder(make<MvParametersEnumerationNode>(parent, name));
+}
+
+CommandBuilder InMemoryParameterTree::command(const Parent& parent, const std::string& name)
+{
+    return CommandBuilder(make<MvParametersCommandNode>(parent, name), this);
+}
+
+EnumerationBuilder& EnumerationBuilder::entry(const std::string& symbolic, long long value,
+                                              const std::string& displayName, ParameterEntryAccessMode access)
+{
+    auto model = m_node->model();
+    boost::shared_ptr<MvParametersEnumEntryNode> e(new MvParametersEnumEntryNode(model, symbolic, value));
+    e->setDisplayName(displayName);
+    e->setAccessMode(access);
+    m_node->addEntry(e);
+    // The first entry becomes the value until one is chosen.
+    if (m_node->getNodeValue().empty() && m_node->getEnumEntryNodesEntry(symbolic) == e)
+        m_node->setNodeValue(symbolic);
+    return *this;
+}
+
+CommandBuilder&
+CommandBuilder::onExecute(std::function<void(const boost::shared_ptr<MvParametersCommandNode>&)> action)
+{
+    m_tree->setCommandAction(m_node, std::move(action));
+    return *this;
+}
+
+namespace {
+
+void collect(const boost::shared_ptr<MvParametersEntryNode>& node, const std::string& name,
+             boost::shared_ptr<MvParametersEntryNode>& found)
+{
+    if (found || !node)
+        return;
+    if (node->getName() == name) {
+        found = node;
+        return;
+    }
+    if (auto children = node->getChildNodesEntryNode()) {
+        for (const auto& child : children->children())
+            collect(boost::static_pointer_cast<MvParametersEntryNode>(child), name, found);
+    }
+}
+
+} // namespace
+
+boost::shared_ptr<MvParametersEntryNode> InMemoryParameterTree::find(const std::string& name) const
+{
+    boost::shared_ptr<MvParametersEntryNode> found;
+    if (auto children = root()->getChildNodesEntryNode()) {
+        for (const auto& child : children->children())
+            collect(boost::static_pointer_cast<MvParametersEntryNode>(child), name, found);
+    }
+    return found;
+}
+
+void InMemoryParameterTree::setCommandAction(const boost::shared_ptr<MvParametersCommandNode>& node,
+                                             CommandAction action)
+{
+    for (auto& entry : m_actions) {
+        if (entry.first == node.get()) {
+            entry.second = std::move(action);
+            return;
+        }
+    }
+    m_actions.emplace_back(node.get(), std::move(action));
+}
+
+void InMemoryParameterTree::record(const boost::shared_ptr<MvParametersEntryNode>& node,
+                                   const boost::any& value)
+{
+    Call call;
+    call.node = node;
+    call.value = value;
+    call.error = apply(node, value);
+    call.applied = call.error.empty();
+    m_calls.push_back(call);
+    if (call.applied) {
+        notifyChanged(node);
+    } else {
+        m_model->notifyError(node, "Cannot set " + (node ? node->getName() : std::string("(no node)")) +
+                                       ": " + call.error);
+    }
+}
+
+std::string InMemoryParameterTree::apply(const boost::shared_ptr<MvParametersEntryNode>& node,
+                                         const boost::any& value)
+{
+    if (!node)
+        return "no node given";
+    const std::uint32_t type = static_cast<const GenericModelNode&>(*node).typeId();
+    // A command runs whenever it can be started; its data-valid flag says nothing about that.
+    const ParameterEntryAccessMode mode = node->getAccessMode();
+    const bool writable =
+        type == pntCommand ? (mode == peamReadWrite || mode == peamReadWriteIfValid) : node->isWritable();
+    if (!writable)
+        return mode == peamReadOnly ? "the feature is read-only" : "the feature is not available";
+    switch (type) {
+    case pntInteger:
+        return applyIntegral(static_cast<MvParametersIntegerNode&>(*node), value, "long long");
+    case pntUInt64:
+        return applyIntegral(static_cast<MvParametersUInt64Node&>(*node), value, "unsigned long long");
+    case pntFloat: {
+        auto& f = static_cast<MvParametersFloatNode&>(*node);
+        const double* v = valueAs<double>(value);
+        if (!v)
+            return wrongType("double");
+        if (!(*v >= f.getMinValue()))
+            return toText(*v) + " is below the minimum " + toText(f.getMinValue());
+        if (!(*v <= f.getMaxValue()))
+            return toText(*v) + " is above the maximum " + toText(f.getMaxValue());
+        f.setNodeValue(*v);
+        return std::string();
+    }
+    case pntBoolean: {
+        const bool* v = valueAs<bool>(value);
+        if (!v)
+            return wrongType("bool");
+        static_cast<MvParametersBooleanNode&>(*node).setValueSet(*v);
+        return std::string();
+    }
+    case pntString: {
+        auto& s = static_cast<MvParametersStringNode&>(*node);
+        const std::string* v = valueAs<std::string>(value);
+        if (!v)
+            return wrongType("std::string");
+        if (static_cast<long long>(v->size()) > s.getMaxLength())
+            return "the text is longer than " + toText(s.getMaxLength()) + " bytes";
+        s.setNodeValue(*v);
+        return std::string();
+    }
+    case pntEnumeration: {
+        auto& e = static_cast<MvParametersEnumerationNode&>(*node);
+        const long long* v = valueAs<long long>(value);
+        if (!v)
+            return wrongType("long long");
+        auto entry = e.entryByValue(*v);
+        if (!entry)
+            return "no entry has the value " + toText(*v);
+        if (entry->getAccessMode() == peamNotImplemented || entry->getAccessMode() == peamNotAvailable)
+            return "the entry " + entry->getSymbolic() + " is not available";
+        e.setNodeValue(entry->getSymbolic());
+        return std::string();
+    }
+    case pntCommand: {
+        if (!value.empty())
+            return "a command takes no value";
+        auto command = boost::static_pointer_cast<MvParametersCommandNode>(node);
+        for (const auto& entry : m_actions) {
+            if (entry.first == command.get() && entry.second) {
+                entry.second(command);
+                break;
+            }
+        }
+        return std::string();
+    }
+    default:
+        return "the feature holds no value";
+    }
+}
+
+void InMemoryParameterTree::notifyChanged(const boost::shared_ptr<MvParametersEntryNode>& node)
+{
+    m_model->notifyNodesChanged(std::vector<boost::shared_ptr<GenericModelNode>>(1, node));
+}
+
+void InMemoryParameterTree::notifyAllChanged()
+{
+    m_model->notifyAllNodesChanged();
+}
+
+} // namespace models
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,76 @@
+#include "host/MvParametersEnumerationNode.h"
+
+namespace vorn {
+namespace core {
+namespace models {
+
+MvParametersEnumEntryNode::MvParametersEnumEntryNode(const boost::shared_ptr<GenericModel>& model,
+                                                     const std::string& symbolic, long long value)
+    : TypedParameterNode(model, symbolic), m_value(value)
+{
+    setAccessMode(peamReadOnly);
+}
+
+MvParametersEnumEntryNode::~MvParametersEnumEntryNode() = default;
+
+MvParametersEnumerationNode::MvParametersEnumerationNode(const boost::shared_ptr<GenericModel>& model,
+                                                         const std::string& name)
+    : TypedParameterNode(model, name), m_entries(new ChildNodesEntryNode(model))
+{}
+
+MvParametersEnumerationNode::~MvParametersEnumerationNode() = default;
+
+boost::shared_ptr<GenericModelNodeChildrenIterator<MvParametersEnumEntryNode>>
+MvParametersEnumerationNode::getEnumEntryNodes() const
+{
+    return boost::shared_ptr<GenericModelNodeChildrenIterator<MvParametersEnumEntryNode>>(
+        new GenericModelNodeChildrenIterator<MvParametersEnumEntryNode>(m_entries));
+}
+
+boost::shared_ptr<MvParametersEnumEntryNode>
+MvParametersEnumerationNode::getEnumEntryNodesEntry(const std::string& symbolic) const
+{
+    // Enumerations hold a handful of entries; a linear walk beats keeping an index up to date.
+    for (const auto& child : m_entries->children()) {
+        auto entry = boost::static_pointer_cast<MvParametersEnumEntryNode>(child);
+        if (entry->getSymbolic() == symbolic)
+            return entry;
+    }
+    return boost::shared_ptr<MvParametersEnumEntryNode>();
+}
+
+boost::shared_ptr<MvParametersEnumEntryNode> MvParametersEnumerationNode::entryByValue(long long value) const
+{
+    for (const auto& child : m_entries->children()) {
+        auto entry = boost::static_pointer_cast<MvParametersEnumEntryNode>(child);
+        if (entry->getValue() == value)
+            return entry;
+    }
+    return boost::shared_ptr<MvParametersEnumEntryNode>();
+}
+
+void MvParametersEnumerationNode::addEntry(const boost::shared_ptr<MvParametersEnumEntryNode>& entry)
+{
+    if (!entry)
+        return;
+    m_entries->appendChild(entry);
+    entry->setParentNode(boost::const_pointer_cast<GenericModelNode>(shared_from_this()));
+}
+
+void MvParametersEnumerationNode::setNodeValue(const std::string& symbolic)
+{
+    m_value = symbolic;
+    if (auto entry = getEnumEntryNodesEntry(symbolic))
+        m_intValue = entry->getValue();
+}
+
+void MvParametersEnumerationNode::setNodeIntValue(long long value)
+{
+    m_intValue = value;
+    auto entry = entryByValue(value);
+    m_value = entry ? entry->getSymbolic() : std::string();
+}
+
+} // namespace models
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/GenericModel.h"
+#include "host/Qt4AbstractModel.h"
+
+#include <QHash>
+
+namespace vorn {
+namespace core {
+
+class Qt4GenericModelNode;
+
+// A Qt4AbstractModel built from a root item node over a generic model. It listens to the generic
+// model's change notification: the rows of changed nodes get setupNode() and dataChanged, so views
+// follow value changes without any host code.
+class VORN_MODELQT4_API Qt4GenericModel : public Qt4AbstractModel
+{
+    Q_OBJECT
+
+public:
+    explicit Qt4GenericModel(boost::shared_ptr<Qt4AbstractModelNode> root);
+    ~Qt4GenericModel() override;
+
+    // The rows that show this generic node (one per place it appears).
+    std::vector<Qt4GenericModelNode*> rowsOf(const GenericModelNode* node) const;
+
+    // Used by Qt4GenericModelNode::postInsert.
+    void registerRow(Qt4GenericModelNode* row);
+
+signals:
+    // The parameter tree reported a failed request (for example a write a device refused).
+    void errorReported(const QString& message);
+
+private:
+    friend class Qt4AbstractModel;
+    class Observer;
+    void observeGenericModel();
+    void detachObserver();
+
+    QMultiHash<const GenericModelNode*, Qt4GenericModelNode*> m_rows;
+    boost::shared_ptr<GenericModel> m_observed;
+    Observer* m_observer = nullptr;
+};
+
+} // namespace core
+} // namespace vorn
