@@ -1,0 +1,139 @@
+#include "TestRows.h"
+
+#include "host/Qt4GenericTreeView.h"
+
+#include <QLabel>
+#include <QSortFilterProxyModel>
+
+#include <gtest/gtest.h>
+
+using namespace vorn::test;
+
+namespace {
+
+boost::shared_ptr<InMemoryParameterTree> viewTree()
+{
+    auto tree = InMemoryParameterTree::create();
+    auto span = tree->category(tree->root(), "SpanCat").node();
+    tree->integer(span, "Width");
+    tree->command(span, "WidgetRun");
+    auto inner = tree->category(span, "Inner").node();
+    tree->integer(inner, "Deep");
+    auto autoCat = tree->category(tree->root(), "AutoCat").node();
+    auto autoInner = tree->category(autoCat, "Plain").node();
+    tree->integer(autoInner, "Leaf");
+    return tree;
+}
+
+// Hides the rows whose name is in hidden.
+class NameFilter : public QSortFilterProxyModel
+{
+public:
+    std::set<QString> hidden;
+    void refilter() { invalidateFilter(); }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override
+    {
+        return hidden.count(sourceModel()->index(row, 0, parent).data().toString()) == 0;
+    }
+};
+
+QModelIndex find(QAbstractItemModel* m, const QString& name, const QModelIndex& parent = QModelIndex())
+{
+    for (int r = 0; r < m->rowCount(parent); ++r) {
+        const QModelIndex i = m->index(r, 0, parent);
+        if (i.data().toString() == name)
+            return i;
+        const QModelIndex below = find(m, name, i);
+        if (below.isValid())
+            return below;
+    }
+    return QModelIndex();
+}
+
+} // namespace
+
+TEST(Qt4GenericTreeViewTest, expandsAllLevelsForDepthMinusOne)
+{
+    auto tree = viewTree();
+    auto model = makeModel(tree, boost::any(), -1);
+    Qt4GenericTreeView view;
+    view.setModel(model.get());
+    EXPECT_TRUE(view.isExpanded(find(model.get(), "SpanCat")));
+    EXPECT_TRUE(view.isExpanded(find(model.get(), "Inner")));
+    EXPECT_TRUE(view.isExpanded(find(model.get(), "Plain")));
+}
+
+TEST(Qt4GenericTreeViewTest, expandsNothingForDepthZeroButAutoExpandRows)
+{
+    auto tree = viewTree();
+    auto model = makeModel(tree, boost::any(), 0);
+    Qt4GenericTreeView view;
+    view.setModel(model.get());
+    EXPECT_FALSE(view.isExpanded(find(model.get(), "SpanCat")));
+    EXPECT_FALSE(view.isExpanded(find(model.get(), "Inner")));
+    EXPECT_TRUE(view.isExpanded(find(model.get(), "AutoCat")));
+    EXPECT_FALSE(view.isExpanded(find(model.get(), "Plain")));
+}
+
+TEST(Qt4GenericTreeViewTest, expandsOneLevelForDepthOne)
+{
+    auto tree = viewTree();
+    auto model = makeModel(tree, boost::any(), 1);
+    Qt4GenericTreeView view;
+    view.setModel(model.get());
+    EXPECT_TRUE(view.isExpanded(find(model.get(), "SpanCat")));
+    EXPECT_FALSE(view.isExpanded(find(model.get(), "Inner")));
+}
+
+TEST(Qt4GenericTreeViewTest, spansRowsAndPlacesIndexWidgets)
+{
+    auto tree = viewTree();
+    auto model = makeModel(tree);
+    Qt4GenericTreeView view;
+    view.setModel(model.get());
+    const QModelIndex span = find(model.get(), "SpanCat");
+    EXPECT_TRUE(view.isFirstColumnSpanned(span.row(), span.parent()));
+    const QModelIndex width = find(model.get(), "Width");
+    EXPECT_FALSE(view.isFirstColumnSpanned(width.row(), width.parent()));
+    const QModelIndex run = find(model.get(), "WidgetRun");
+    auto* label = qobject_cast<QLabel*>(view.indexWidget(run.sibling(run.row(), 1)));
+    ASSERT_TRUE(label);
+    EXPECT_EQ(label->text(), QStringLiteral("button"));
+    EXPECT_EQ(view.indexWidget(run), nullptr);
+}
+
+TEST(Qt4GenericTreeViewTest, rowsFilteredOutAndBackGetTheirDecorationsBack)
+{
+    auto tree = viewTree();
+    auto model = makeModel(tree, boost::any(), 0);
+    NameFilter proxy;
+    proxy.setSourceModel(model.get());
+    Qt4GenericTreeView view;
+    view.setModel(&proxy);
+    EXPECT_EQ(view.sourceModel(), model.get());
+
+    proxy.hidden = {QStringLiteral("SpanCat"), QStringLiteral("AutoCat")};
+    proxy.refilter();
+    EXPECT_EQ(proxy.rowCount(), 0);
+
+    proxy.hidden.clear();
+    proxy.refilter();
+    const QModelIndex span = find(&proxy, "SpanCat");
+    ASSERT_TRUE(span.isValid());
+    EXPECT_TRUE(view.isFirstColumnSpanned(span.row(), span.parent()));
+    const QModelIndex run = find(&proxy, "WidgetRun");
+    EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(run.sibling(run.row(), 1))));
+    EXPECT_TRUE(view.isExpanded(find(&proxy, "AutoCat")));
+
+    // Hiding only the command row and showing it again through a layout change.
+    proxy.hidden = {QStringLiteral("WidgetRun")};
+    proxy.refilter();
+    EXPECT_FALSE(find(&proxy, "WidgetRun").isValid());
+    proxy.hidden.clear();
+    proxy.refilter();
+    emit proxy.layoutChanged();
+    const QModelIndex again = find(&proxy, "WidgetRun");
+    EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(again.sibling(again.row(), 1))));
+}
