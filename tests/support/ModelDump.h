@@ -3,6 +3,29 @@
 #include <QAbstractItemModel>
 #include <QStringList>
 
+#include <QVariant>
+
+#include <ostream>
+
+// Readable values in test failure messages.
+inline void PrintTo(const QString& s, std::ostream* os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+
+inline void PrintTo(const QStringList& list, std::ostream* os)
+{
+    *os << "{\n";
+    for (const QString& s : list)
+        *os << "  \"" << s.toStdString() << "\"\n";
+    *os << "}";
+}
+
+inline void PrintTo(const QVariant& v, std::ostream* os)
+{
+    *os << "QVariant(" << v.typeName() << ", \"" << v.toString().toStdString() << "\")";
+}
+
 namespace vorn {
 namespace test {
 

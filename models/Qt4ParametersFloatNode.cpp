@@ -1,0 +1,52 @@
+#include "models/Qt4ParametersFloatNode.h"
+
+#include "models/ParameterRowSupport.h"
+#include "models/RowFactory.h"
+
+#include "host/MvParametersFloatNode.h"
+
+#include <QIcon>
+
+namespace vorn {
+namespace core {
+
+Qt4ParametersFloatNode::~Qt4ParametersFloatNode() = default;
+
+boost::shared_ptr<Qt4ParametersFloatNode>
+Qt4ParametersFloatNode::create(boost::shared_ptr<GenericModel> model,
+                               boost::shared_ptr<GenericModelNode> node, const boost::any& data)
+{
+    return rows::createRow<Qt4ParametersFloatNode>(model, node, data);
+}
+
+boost::shared_ptr<Qt4ParametersFloatNode>
+Qt4ParametersFloatNode::create(boost::shared_ptr<GenericModel> model,
+                               boost::shared_ptr<GenericModelNode> node,
+                               boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
+{
+    return rows::createRow<Qt4ParametersFloatNode>(model, node, parentNode, data);
+}
+
+void Qt4ParametersFloatNode::postInsert()
+{
+    Qt4GenericModelNode::postInsert();
+    m_icon = QIcon(QStringLiteral(":/parameters/float.png"));
+}
+
+QVariant Qt4ParametersFloatNode::dataDisplayRole(int column)
+{
+    if (column != 1)
+        return Qt4ParametersModelNode::dataDisplayRole(column);
+    auto f = boost::static_pointer_cast<models::MvParametersFloatNode>(node());
+    if (!f->getDataValid())
+        return QString();
+    return QStringLiteral("%1%2").arg(rows::floatText(f->getNodeValue()), rows::unitSuffix(f->getUnit()));
+}
+
+QVariant Qt4ParametersFloatNode::dataDecorationRole(int column)
+{
+    return column == 0 ? m_icon : QVariant();
+}
+
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,9 @@
+foreach(name
+    ParameterRowSupport.h IntegerRowSupport.h RowFactory.h
+    Qt4ParametersModel.cpp Qt4ParametersModel.h
+    Qt4ParametersModelNode.cpp
+    Qt4ParametersEntryNode.cpp Qt4ParametersCategoryNode.cpp Qt4ParametersStringNode.cpp
+    Qt4ParametersIntegerNode.cpp Qt4ParametersUInt64Node.cpp Qt4ParametersFloatNode.cpp
+    Qt4ParametersBooleanNode.cpp Qt4ParametersEnumerationNode.cpp)
+  list(APPEND VORN_QT4_SOURCES ${PROJECT_SOURCE_DIR}/models/${name})
+endforeach()
