@@ -1,0 +1,21 @@
+# Installs the build into a fresh prefix, then configures, builds and runs the host against it.
+file(REMOVE_RECURSE ${WORK_DIR})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix
+                RESULT_VARIABLE rc OUTPUT_QUIET)
+if(rc)
+  message(FATAL_ERROR "install failed: ${rc}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${HOST_DIR} -B ${WORK_DIR}/host -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
+                RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+if(rc)
+  message(FATAL_ERROR "configuring the host failed:\n${out}\n${err}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/host RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+if(rc)
+  message(FATAL_ERROR "building the host failed:\n${out}\n${err}")
+endif()
+execute_process(COMMAND ${WORK_DIR}/host/vorn-host RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+if(NOT rc EQUAL 0 OR NOT out STREQUAL "640 px\n")
+  message(FATAL_ERROR "the host printed '${out}' (exit ${rc}): ${err}")
+endif()
+message(STATUS "host built against the installed tree printed: ${out}")
