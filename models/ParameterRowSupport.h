@@ -59,21 +59,6 @@ inline bool valueEditable(const models::MvParametersEntryNode& entry)
     return entry.getAccessMode() == models::peamReadWrite;
 }
 
-// Lower-case, unpadded hex digits. A negative signed value is written as a minus sign and its
-// magnitude ("0x-ff" after the prefix), never as a two's complement that would read as a huge number.
-inline QString hexText(unsigned long long value)
-{
-    return QString::number(value, 16);
-}
-
-inline QString hexText(long long value)
-{
-    if (value >= 0)
-        return QString::number(value, 16);
-    // Negating in unsigned arithmetic keeps the most negative value exact.
-    return QLatin1Char('-') + QString::number(0ull - static_cast<unsigned long long>(value), 16);
-}
-
 // The low 32 bits as four decimal bytes, most significant first: 0xC0A80001 is 192.168.0.1.
 template <class T> QString dottedText(T value)
 {
@@ -98,6 +83,27 @@ template <class T> QString macText(T value)
         result += QStringLiteral("%1").arg((v >> (8 * i)) & 0xff, 2, 16, QLatin1Char('0'));
     }
     return result;
+}
+
+// Lower-case, unpadded digits of a value in base 2, 10 or 16. A negative signed value is written as
+// a minus sign and its magnitude ("0x-ff" after a prefix), never as a two's complement that would
+// read as a huge number.
+inline QString digits(unsigned long long value, int base)
+{
+    return QString::number(value, base);
+}
+
+inline QString digits(long long value, int base)
+{
+    if (value >= 0)
+        return QString::number(value, base);
+    // Negating in unsigned arithmetic keeps the most negative value exact.
+    return QLatin1Char('-') + QString::number(0ull - static_cast<unsigned long long>(value), base);
+}
+
+template <class T> QString hexText(T value)
+{
+    return digits(value, 16);
 }
 
 // The value text of an integer row for representations other than the check box (3): hex with unit,

@@ -1,7 +1,7 @@
 #include "models/Qt4ParametersBooleanNode.h"
 
-#include "models/ParameterRowSupport.h"
 #include "models/RowFactory.h"
+#include "models/ValueRowSupport.h"
 
 #include "host/MvParametersBooleanNode.h"
 
@@ -27,13 +27,6 @@ Qt4ParametersBooleanNode::create(boost::shared_ptr<GenericModel> model,
     return rows::createRow<Qt4ParametersBooleanNode>(model, node, parentNode, data);
 }
 
-namespace {
-boost::shared_ptr<models::MvParametersBooleanNode> booleanOf(const boost::shared_ptr<GenericModelNode>& node)
-{
-    return boost::static_pointer_cast<models::MvParametersBooleanNode>(node);
-}
-} // namespace
-
 void Qt4ParametersBooleanNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
@@ -42,17 +35,14 @@ void Qt4ParametersBooleanNode::postInsert()
 
 void Qt4ParametersBooleanNode::setCheckedState(int, Qt::CheckState state)
 {
-    auto b = booleanOf(node());
-    const bool wanted = state == Qt::Checked;
-    rows::writeCheckState(b, b->getValueSet(), wanted, boost::any(wanted));
+    rows::booleanSetChecked(node(), state);
 }
 
-// No text beside the check box; with invalid data the cell is empty.
 QVariant Qt4ParametersBooleanNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4ParametersModelNode::dataDisplayRole(column);
-    return booleanOf(node())->getDataValid() ? QVariant() : QVariant(QString());
+    return rows::booleanDisplay(node());
 }
 
 QVariant Qt4ParametersBooleanNode::dataDecorationRole(int column)
@@ -62,15 +52,12 @@ QVariant Qt4ParametersBooleanNode::dataDecorationRole(int column)
 
 QVariant Qt4ParametersBooleanNode::dataCheckStateRole(int column)
 {
-    auto b = booleanOf(node());
-    if (column != 1 || !b->getDataValid())
-        return QVariant();
-    return b->getValueSet() ? Qt::Checked : Qt::Unchecked;
+    return rows::booleanCheckState(node(), column, 1);
 }
 
 bool Qt4ParametersBooleanNode::isUserCheckable(int column)
 {
-    return column == 1 && booleanOf(node())->getDataValid();
+    return column == 1 && rows::booleanOf(node())->getDataValid();
 }
 
 } // namespace core

@@ -1,7 +1,7 @@
 #include "models/Qt4ParametersEnumerationNode.h"
 
-#include "models/ParameterRowSupport.h"
 #include "models/RowFactory.h"
+#include "models/ValueRowSupport.h"
 
 #include "host/MvParametersEnumerationNode.h"
 
@@ -33,18 +33,11 @@ void Qt4ParametersEnumerationNode::postInsert()
     m_icon = QIcon(QStringLiteral(":/parameters/enumeration.png"));
 }
 
-// A value that matches no entry is shown with its number rather than hidden: it tells the user the
-// device reports something the description does not know.
 QVariant Qt4ParametersEnumerationNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4ParametersModelNode::dataDisplayRole(column);
-    auto e = boost::static_pointer_cast<models::MvParametersEnumerationNode>(node());
-    if (!e->getDataValid())
-        return QString();
-    if (auto entry = e->getEnumEntryNodesEntry(e->getNodeValue()))
-        return QStringLiteral("%1").arg(rows::text(entry->getDisplayName()));
-    return QStringLiteral("illegal enum value (%1)").arg(e->getNodeIntValue());
+    return rows::enumerationDisplay(node());
 }
 
 QVariant Qt4ParametersEnumerationNode::dataDecorationRole(int column)

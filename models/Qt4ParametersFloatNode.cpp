@@ -1,7 +1,7 @@
 #include "models/Qt4ParametersFloatNode.h"
 
-#include "models/ParameterRowSupport.h"
 #include "models/RowFactory.h"
+#include "models/ValueRowSupport.h"
 
 #include "host/MvParametersFloatNode.h"
 
@@ -37,10 +37,7 @@ QVariant Qt4ParametersFloatNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4ParametersModelNode::dataDisplayRole(column);
-    auto f = boost::static_pointer_cast<models::MvParametersFloatNode>(node());
-    if (!f->getDataValid())
-        return QString();
-    return QStringLiteral("%1%2").arg(rows::floatText(f->getNodeValue()), rows::unitSuffix(f->getUnit()));
+    return rows::floatDisplay(node(), false);
 }
 
 QVariant Qt4ParametersFloatNode::dataDecorationRole(int column)

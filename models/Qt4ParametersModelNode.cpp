@@ -3,7 +3,7 @@
 #include "models/ParameterRowSupport.h"
 #include "models/Qt4ParametersBooleanNode.h"
 #include "models/Qt4ParametersCategoryNode.h"
-// command rows: see below
+#include "models/Qt4ParametersCommandNode.h"
 #include "models/Qt4ParametersEntryNode.h"
 #include "models/Qt4ParametersEnumerationNode.h"
 #include "models/Qt4ParametersFloatNode.h"
@@ -11,15 +11,6 @@
 #include "models/Qt4ParametersStringNode.h"
 #include "models/Qt4ParametersUInt64Node.h"
 #include "models/RowFactory.h"
-
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
 
 #include <QSize>
 
@@ -112,35 +103,19 @@ void Qt4ParametersModelNode::setupChildren()
 
 namespace {
 
-// The factory's dispatch, shared by both do_create forms: the first class whose type id equals the
-// node's own wins, so a node of a subclass that reports an id of its own falls through to the plain row.
-template <class... Args>
-boost::shared_ptr<Qt4GenericModelNode> createFor(const boost::shared_ptr<GenericModelNode>& node,
-                                                 const Args&... args)
+struct PlainRows
 {
-    if (node) {
-        const std::uint32_t type = node->typeId();
-        if (type == MvParametersCategoryNode::typeId())
-            return Qt4ParametersCategoryNode::create(args...);
-        if (type == MvParametersStringNode::typeId())
-            return Qt4ParametersStringNode::create(args...);
-        if (type == MvParametersIntegerNode::typeId())
-            return Qt4ParametersIntegerNode::create(args...);
-        if (type == MvParametersUInt64Node::typeId())
-            return Qt4ParametersUInt64Node::create(args...);
-        if (type == MvParametersFloatNode::typeId())
-            return Qt4ParametersFloatNode::create(args...);
-        if (type == MvParametersBooleanNode::typeId())
-            return Qt4ParametersBooleanNode::create(args...);
-        if (type == MvParametersCommandNode::typeId())
-            return Qt4ParametersModelNode::create(args...); // TODO command row
-        if (type == MvParametersEnumerationNode::typeId())
-            return Qt4ParametersEnumerationNode::create(args...);
-        if (type == MvParametersEntryNode::typeId())
-            return Qt4ParametersEntryNode::create(args...);
-    }
-    return Qt4ParametersModelNode::create(args...);
-}
+    using Base = Qt4ParametersModelNode;
+    using Category = Qt4ParametersCategoryNode;
+    using String = Qt4ParametersStringNode;
+    using Integer = Qt4ParametersIntegerNode;
+    using UInt64 = Qt4ParametersUInt64Node;
+    using Float = Qt4ParametersFloatNode;
+    using Boolean = Qt4ParametersBooleanNode;
+    using Command = Qt4ParametersCommandNode;
+    using Enumeration = Qt4ParametersEnumerationNode;
+    using Entry = Qt4ParametersEntryNode;
+};
 
 } // namespace
 
@@ -148,13 +123,13 @@ boost::shared_ptr<Qt4GenericModelNode>
 Qt4ParametersModelNode::do_create(boost::shared_ptr<GenericModelNode> node,
                                   boost::shared_ptr<GenericModelNode> parent, const boost::any& data)
 {
-    return createFor(node, genericModel(), node, parent, data);
+    return rows::createRowFor<PlainRows>(node, genericModel(), node, parent, data);
 }
 
 boost::shared_ptr<Qt4GenericModelNode>
 Qt4ParametersModelNode::do_create(boost::shared_ptr<GenericModelNode> node, const boost::any& data)
 {
-    return createFor(node, genericModel(), node, data);
+    return rows::createRowFor<PlainRows>(node, genericModel(), node, data);
 }
 
 } // namespace core

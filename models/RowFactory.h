@@ -1,9 +1,18 @@
 #pragma once
 
-// The shape every row class's create() has: construct, take into a shared pointer (which wires the
-// shared-this link) and let the framework finish the row.
+// How rows are made: every row class's create() constructs the row, takes it into a shared pointer
+// (which wires the shared-this link) and lets the framework finish it; the node factories of the two
+// two-column families pick the row class by the parameter node's exact type id.
 
-#include <boost/shared_ptr.hpp>
+#include "host/MvParametersBooleanNode.h"
+#include "host/MvParametersCategoryNode.h"
+#include "host/MvParametersCommandNode.h"
+#include "host/MvParametersEnumerationNode.h"
+#include "host/MvParametersFloatNode.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/MvParametersStringNode.h"
+#include "host/MvParametersUInt64Node.h"
+#include "host/Qt4GenericModelNode.h"
 
 namespace vorn {
 namespace core {
@@ -14,6 +23,38 @@ template <class Row, class... Args> boost::shared_ptr<Row> createRow(const Args&
     boost::shared_ptr<Row> row(new Row(args...));
     row->postConstruct();
     return row;
+}
+
+// Family names the row classes of one model family (Base, Category, String, Integer, UInt64, Float,
+// Boolean, Command, Enumeration, Entry). The first class whose parameter type id equals the node's
+// own wins, in this order; a node of a subclass that reports an id of its own falls through to Base.
+template <class Family, class... Args>
+boost::shared_ptr<Qt4GenericModelNode> createRowFor(const boost::shared_ptr<GenericModelNode>& node,
+                                                    const Args&... args)
+{
+    using namespace models;
+    if (node) {
+        const std::uint32_t type = node->typeId();
+        if (type == MvParametersCategoryNode::typeId())
+            return Family::Category::create(args...);
+        if (type == MvParametersStringNode::typeId())
+            return Family::String::create(args...);
+        if (type == MvParametersIntegerNode::typeId())
+            return Family::Integer::create(args...);
+        if (type == MvParametersUInt64Node::typeId())
+            return Family::UInt64::create(args...);
+        if (type == MvParametersFloatNode::typeId())
+            return Family::Float::create(args...);
+        if (type == MvParametersBooleanNode::typeId())
+            return Family::Boolean::create(args...);
+        if (type == MvParametersCommandNode::typeId())
+            return Family::Command::create(args...);
+        if (type == MvParametersEnumerationNode::typeId())
+            return Family::Enumeration::create(args...);
+        if (type == MvParametersEntryNode::typeId())
+            return Family::Entry::create(args...);
+    }
+    return Family::Base::create(args...);
 }
 
 } // namespace rows

@@ -1,9 +1,12 @@
+# The parameter models, their row classes and node factories, and the filter model.
 foreach(name
-    ParameterRowSupport.h IntegerRowSupport.h RowFactory.h
+    ParameterRowSupport.h IntegerRowSupport.h ValueRowSupport.h StyledRowSupport.h RowFactory.h
     Qt4ParametersModel.cpp Qt4ParametersModel.h
     Qt4ParametersModelNode.cpp
     Qt4ParametersEntryNode.cpp Qt4ParametersCategoryNode.cpp Qt4ParametersStringNode.cpp
     Qt4ParametersIntegerNode.cpp Qt4ParametersUInt64Node.cpp Qt4ParametersFloatNode.cpp
-    Qt4ParametersBooleanNode.cpp Qt4ParametersEnumerationNode.cpp)
+    Qt4ParametersBooleanNode.cpp Qt4ParametersEnumerationNode.cpp
+    Qt4ParametersCommandNode.cpp Qt4ParametersCommandNode.h
+    Qt4ParametersFilterModel.cpp Qt4ParametersFilterModel.h)
   list(APPEND VORN_QT4_SOURCES ${PROJECT_SOURCE_DIR}/models/${name})
 endforeach()

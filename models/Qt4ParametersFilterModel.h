@@ -1,0 +1,42 @@
+#pragma once
+
+#include "lib/VornParametersQt4Export.h"
+
+#include "host/ParameterEnums.h"
+#include "host/Qt4GenericModel.h"
+
+#include <QSortFilterProxyModel>
+
+namespace vorn {
+namespace core {
+
+// Hides the parameters above a visibility level, internal nodes and features that are not
+// implemented, and sorts siblings by their custom sort keys only. It sits over any of the parameter
+// models and keeps its source model alive.
+class VORN_PARAMETERSQT4_API Qt4ParametersFilterModel : public QSortFilterProxyModel
+{
+    Q_OBJECT
+
+public:
+    static boost::shared_ptr<Qt4ParametersFilterModel> create(boost::shared_ptr<Qt4GenericModel> sourceModel,
+                                                              QObject* parent = nullptr);
+    ~Qt4ParametersFilterModel() override;
+
+    // Shows the rows of this level and below. Every row is first let in again (level 4), then the
+    // new level applies; each pass ends in a layout change.
+    void changeVisibility(models::ParameterEntryVisibility visibility);
+    models::ParameterEntryVisibility getCurrentVisibility() const;
+
+protected:
+    explicit Qt4ParametersFilterModel(QObject* parent);
+
+    bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
+
+private:
+    struct Private;
+    boost::shared_ptr<Private> d;
+};
+
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,69 @@
+#pragma once
+
+// Value texts and check boxes of the float, boolean and enumeration rows, shared by the model families.
+
+#include "models/ParameterRowSupport.h"
+
+#include "host/MvParametersBooleanNode.h"
+#include "host/MvParametersEnumerationNode.h"
+#include "host/MvParametersFloatNode.h"
+
+namespace vorn {
+namespace core {
+namespace rows {
+
+// The float's value with its unit; the styled family puts the field index in front.
+inline QVariant floatDisplay(const boost::shared_ptr<GenericModelNode>& node, bool withFieldIndex)
+{
+    auto f = boost::static_pointer_cast<models::MvParametersFloatNode>(node);
+    if (!f->getDataValid())
+        return QString();
+    QString result;
+    if (withFieldIndex && f->getIsField())
+        result = QStringLiteral("[%1] ").arg(f->getCurrentFieldIndex());
+    return result + QStringLiteral("%1%2").arg(floatText(f->getNodeValue()), unitSuffix(f->getUnit()));
+}
+
+// The display name of the current entry. A value that matches no entry is shown with its number
+// rather than hidden: the device reports something its description does not know.
+inline QVariant enumerationDisplay(const boost::shared_ptr<GenericModelNode>& node)
+{
+    auto e = boost::static_pointer_cast<models::MvParametersEnumerationNode>(node);
+    if (!e->getDataValid())
+        return QString();
+    if (auto entry = e->getEnumEntryNodesEntry(e->getNodeValue()))
+        return QStringLiteral("%1").arg(text(entry->getDisplayName()));
+    return QStringLiteral("illegal enum value (%1)").arg(e->getNodeIntValue());
+}
+
+inline boost::shared_ptr<models::MvParametersBooleanNode>
+booleanOf(const boost::shared_ptr<GenericModelNode>& node)
+{
+    return boost::static_pointer_cast<models::MvParametersBooleanNode>(node);
+}
+
+// No text beside the check box; with invalid data the cell is empty.
+inline QVariant booleanDisplay(const boost::shared_ptr<GenericModelNode>& node)
+{
+    return booleanOf(node)->getDataValid() ? QVariant() : QVariant(QString());
+}
+
+inline QVariant booleanCheckState(const boost::shared_ptr<GenericModelNode>& node, int column,
+                                  int checkColumn)
+{
+    auto b = booleanOf(node);
+    if (column != checkColumn || !b->getDataValid())
+        return QVariant();
+    return b->getValueSet() ? Qt::Checked : Qt::Unchecked;
+}
+
+inline void booleanSetChecked(const boost::shared_ptr<GenericModelNode>& node, Qt::CheckState state)
+{
+    auto b = booleanOf(node);
+    const bool wanted = state == Qt::Checked;
+    writeCheckState(b, b->getValueSet(), wanted, boost::any(wanted));
+}
+
+} // namespace rows
+} // namespace core
+} // namespace vorn
