@@ -6,6 +6,8 @@
 
 #include "host/MovaniApplication.h"
 
+#include <QStringList>
+
 namespace vorn {
 namespace core {
 namespace rows {
@@ -92,6 +94,44 @@ template <class Node> QVariant styledIntegerValueFont(const boost::shared_ptr<Ge
         return fixedBoldFont();
     default:
         return QApplication::font();
+    }
+}
+
+// Answers the styled base rows of both styled families give alike.
+inline QVariant styledName(const boost::shared_ptr<GenericModelNode>& node, int column)
+{
+    if (column != 0 || !node)
+        return QVariant();
+    return text(boost::static_pointer_cast<models::MvParametersEntryNode>(node)->getDisplayName());
+}
+
+inline QVariant styledToolTip(const boost::shared_ptr<GenericModelNode>& node)
+{
+    if (!node)
+        return QVariant();
+    return text(boost::static_pointer_cast<models::MvParametersEntryNode>(node)->getToolTip());
+}
+
+inline bool styledValueEditable(const boost::shared_ptr<GenericModelNode>& node, int column)
+{
+    return column != 0 && node &&
+           valueEditable(*boost::static_pointer_cast<models::MvParametersEntryNode>(node));
+}
+
+// The bold, left-aligned header the styled models share.
+inline QVariant styledHeader(int section, Qt::Orientation orientation, int role, const QStringList& titles)
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= titles.size())
+        return QVariant();
+    switch (role) {
+    case Qt::DisplayRole:
+        return titles.at(section);
+    case Qt::FontRole:
+        return boldFont();
+    case Qt::TextAlignmentRole:
+        return static_cast<int>(Qt::AlignLeft);
+    default:
+        return QVariant();
     }
 }
 

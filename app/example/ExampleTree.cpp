@@ -158,16 +158,29 @@ boost::shared_ptr<InMemoryParameterTree> buildExampleTree(int activeMilliseconds
     return tree;
 }
 
-boost::shared_ptr<InMemoryParameterTree> buildGeneratedTree(int count)
+namespace {
+
+ParameterEntryVisibility featureVisibility(int i, VisibilityLayout layout, int categorySize)
+{
+    if (layout == VisibilityLayout::Interleaved)
+        return static_cast<ParameterEntryVisibility>(i % 4);
+    const int percent = (i % categorySize) * 100 / categorySize;
+    return percent < 60 ? pevBeginner : percent < 80 ? pevExpert : percent < 90 ? pevGuru : pevInvisible;
+}
+
+} // namespace
+
+boost::shared_ptr<InMemoryParameterTree> buildGeneratedTree(int count, VisibilityLayout layout,
+                                                            int categorySize)
 {
     auto tree = InMemoryParameterTree::create();
     boost::shared_ptr<MvParametersCategoryNode> category;
     for (int i = 0; i < count; ++i) {
-        if (i % 50 == 0)
-            category = tree->category(tree->root(), "Category" + std::to_string(i / 50))
-                           .visibility(static_cast<ParameterEntryVisibility>((i / 50) % 3));
+        if (i % categorySize == 0)
+            category = tree->category(tree->root(), "Category" + std::to_string(i / categorySize))
+                           .visibility(static_cast<ParameterEntryVisibility>((i / categorySize) % 3));
         const std::string name = "Feature" + std::to_string(i);
-        const auto visibility = static_cast<ParameterEntryVisibility>(i % 4);
+        const auto visibility = featureVisibility(i, layout, categorySize);
         const auto access =
             (i % 7 == 0) ? peamReadOnly : (i % 11 == 0 ? peamReadWriteIfValid : peamReadWrite);
         boost::shared_ptr<MvParametersEntryNode> node;

@@ -10,9 +10,18 @@ namespace example {
 // activeMilliseconds after it is executed (0: it finishes at once).
 boost::shared_ptr<core::models::InMemoryParameterTree> buildExampleTree(int activeMilliseconds = 1500);
 
-// A generated tree of count features of every kind, in categories of 50, with visibilities, access
-// modes and representations cycling, for tests and benchmarks of large trees.
-boost::shared_ptr<core::models::InMemoryParameterTree> buildGeneratedTree(int count);
+// How the visibility levels of a generated tree's features are laid out.
+enum class VisibilityLayout {
+    Interleaved, // levels cycle from one feature to the next: a level change touches every other row
+    Clustered,   // as in real devices: each category's first 60% beginner, then 20% expert, 10% guru and
+                 // 10% invisible
+};
+
+// A generated tree of count features of every kind, in categories of categorySize (50 unless given)
+// whose own visibility cycles through beginner, expert and guru, with access modes and
+// representations cycling, for tests and benchmarks of large trees.
+boost::shared_ptr<core::models::InMemoryParameterTree>
+buildGeneratedTree(int count, VisibilityLayout layout = VisibilityLayout::Interleaved, int categorySize = 50);
 
 } // namespace example
 } // namespace vorn

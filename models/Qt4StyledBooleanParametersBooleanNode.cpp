@@ -1,0 +1,70 @@
+#include "models/Qt4StyledBooleanParametersBooleanNode.h"
+
+#include "models/RowFactory.h"
+#include "models/StyledRowSupport.h"
+#include "models/ValueRowSupport.h"
+
+#include <QIcon>
+
+namespace vorn {
+namespace core {
+
+Qt4StyledBooleanParametersBooleanNode::~Qt4StyledBooleanParametersBooleanNode() = default;
+
+boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode> Qt4StyledBooleanParametersBooleanNode::create(
+    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledBooleanParametersBooleanNode>(model, node, data);
+}
+
+boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode> Qt4StyledBooleanParametersBooleanNode::create(
+    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
+    boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledBooleanParametersBooleanNode>(model, node, parentNode, data);
+}
+
+void Qt4StyledBooleanParametersBooleanNode::postInsert()
+{
+    Qt4GenericModelNode::postInsert();
+    m_icon = QIcon(QStringLiteral(":/parameters/boolean.png"));
+}
+
+// Whatever the column: the model has only the one.
+void Qt4StyledBooleanParametersBooleanNode::setCheckedState(int, Qt::CheckState state)
+{
+    rows::booleanSetChecked(node(), state);
+}
+
+QVariant Qt4StyledBooleanParametersBooleanNode::dataDisplayRole(int column)
+{
+    if (column == 1 && !rows::booleanOf(node())->getDataValid())
+        return QString();
+    return Qt4StyledBooleanParametersModelNode::dataDisplayRole(column);
+}
+
+QVariant Qt4StyledBooleanParametersBooleanNode::dataDecorationRole(int)
+{
+    return QVariant();
+}
+
+QVariant Qt4StyledBooleanParametersBooleanNode::dataFontRole(int column)
+{
+    auto b = rows::booleanOf(node());
+    if (column == 0 && b->getDataValid() && b->getValueSet())
+        return rows::boldFont();
+    return QApplication::font();
+}
+
+QVariant Qt4StyledBooleanParametersBooleanNode::dataCheckStateRole(int column)
+{
+    return rows::booleanCheckState(node(), column, 0);
+}
+
+bool Qt4StyledBooleanParametersBooleanNode::isUserCheckable(int)
+{
+    return true;
+}
+
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,78 @@
+#include "models/Qt4StyledParametersIntegerNode.h"
+
+#include "models/RowFactory.h"
+#include "models/StyledRowSupport.h"
+
+#include "host/MvParametersIntegerNode.h"
+
+namespace vorn {
+namespace core {
+
+Qt4StyledParametersIntegerNode::~Qt4StyledParametersIntegerNode() = default;
+
+boost::shared_ptr<Qt4StyledParametersIntegerNode>
+Qt4StyledParametersIntegerNode::create(boost::shared_ptr<GenericModel> model,
+                                       boost::shared_ptr<GenericModelNode> node, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersIntegerNode>(model, node, data);
+}
+
+boost::shared_ptr<Qt4StyledParametersIntegerNode>
+Qt4StyledParametersIntegerNode::create(boost::shared_ptr<GenericModel> model,
+                                       boost::shared_ptr<GenericModelNode> node,
+                                       boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersIntegerNode>(model, node, parentNode, data);
+}
+
+using models::MvParametersIntegerNode;
+
+void Qt4StyledParametersIntegerNode::postInsert()
+{
+    Qt4GenericModelNode::postInsert();
+    m_icon = QIcon(QStringLiteral(":/parameters/integer.png"));
+}
+
+void Qt4StyledParametersIntegerNode::setCheckedState(int, Qt::CheckState state)
+{
+    rows::integerSetChecked<MvParametersIntegerNode>(node(), state);
+}
+
+QVariant Qt4StyledParametersIntegerNode::dataDisplayRole(int column)
+{
+    if (column != 1)
+        return Qt4StyledParametersModelNode::dataDisplayRole(column);
+    return rows::styledIntegerDisplay<MvParametersIntegerNode>(node(), rows::IndexRowPlace::AfterName,
+                                                               m_details);
+}
+
+QVariant Qt4StyledParametersIntegerNode::dataDecorationRole(int column)
+{
+    return column == 0 ? m_icon : QVariant();
+}
+
+QVariant Qt4StyledParametersIntegerNode::dataFontRole(int column)
+{
+    if (column != 1)
+        return Qt4StyledParametersModelNode::dataFontRole(column);
+    return rows::styledIntegerValueFont<MvParametersIntegerNode>(node());
+}
+
+// Empty until the value column has been shown once.
+QVariant Qt4StyledParametersIntegerNode::dataToolTipRole(int)
+{
+    return m_details;
+}
+
+QVariant Qt4StyledParametersIntegerNode::dataCheckStateRole(int column)
+{
+    return rows::integerCheckState<MvParametersIntegerNode>(node(), column, 1);
+}
+
+bool Qt4StyledParametersIntegerNode::isUserCheckable(int column)
+{
+    return rows::integerUserCheckable<MvParametersIntegerNode>(node(), column, 1);
+}
+
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,54 @@
+#include "models/Qt4StyledParametersStringNode.h"
+
+#include "models/RowFactory.h"
+#include "models/StyledRowSupport.h"
+
+#include "host/MvParametersStringNode.h"
+
+#include <QIcon>
+
+namespace vorn {
+namespace core {
+
+Qt4StyledParametersStringNode::~Qt4StyledParametersStringNode() = default;
+
+boost::shared_ptr<Qt4StyledParametersStringNode>
+Qt4StyledParametersStringNode::create(boost::shared_ptr<GenericModel> model,
+                                      boost::shared_ptr<GenericModelNode> node, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersStringNode>(model, node, data);
+}
+
+boost::shared_ptr<Qt4StyledParametersStringNode>
+Qt4StyledParametersStringNode::create(boost::shared_ptr<GenericModel> model,
+                                      boost::shared_ptr<GenericModelNode> node,
+                                      boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersStringNode>(model, node, parentNode, data);
+}
+
+void Qt4StyledParametersStringNode::postInsert()
+{
+    Qt4GenericModelNode::postInsert();
+    m_icon = QIcon(QStringLiteral(":/parameters/string.png"));
+}
+
+QVariant Qt4StyledParametersStringNode::dataDisplayRole(int column)
+{
+    if (column != 1)
+        return Qt4StyledParametersModelNode::dataDisplayRole(column);
+    return rows::text(boost::static_pointer_cast<models::MvParametersStringNode>(node())->getNodeValue());
+}
+
+QVariant Qt4StyledParametersStringNode::dataDecorationRole(int column)
+{
+    return column == 0 ? m_icon : QVariant();
+}
+
+QVariant Qt4StyledParametersStringNode::dataFontRole(int column)
+{
+    return column == 1 ? rows::fixedBoldFont() : Qt4StyledParametersModelNode::dataFontRole(column);
+}
+
+} // namespace core
+} // namespace vorn

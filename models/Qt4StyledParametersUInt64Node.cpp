@@ -1,0 +1,78 @@
+#include "models/Qt4StyledParametersUInt64Node.h"
+
+#include "models/RowFactory.h"
+#include "models/StyledRowSupport.h"
+
+#include "host/MvParametersUInt64Node.h"
+
+namespace vorn {
+namespace core {
+
+Qt4StyledParametersUInt64Node::~Qt4StyledParametersUInt64Node() = default;
+
+boost::shared_ptr<Qt4StyledParametersUInt64Node>
+Qt4StyledParametersUInt64Node::create(boost::shared_ptr<GenericModel> model,
+                                      boost::shared_ptr<GenericModelNode> node, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersUInt64Node>(model, node, data);
+}
+
+boost::shared_ptr<Qt4StyledParametersUInt64Node>
+Qt4StyledParametersUInt64Node::create(boost::shared_ptr<GenericModel> model,
+                                      boost::shared_ptr<GenericModelNode> node,
+                                      boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
+{
+    return rows::createRow<Qt4StyledParametersUInt64Node>(model, node, parentNode, data);
+}
+
+using models::MvParametersUInt64Node;
+
+void Qt4StyledParametersUInt64Node::postInsert()
+{
+    Qt4GenericModelNode::postInsert();
+    m_icon = QIcon(QStringLiteral(":/parameters/integer.png"));
+}
+
+void Qt4StyledParametersUInt64Node::setCheckedState(int, Qt::CheckState state)
+{
+    rows::integerSetChecked<MvParametersUInt64Node>(node(), state);
+}
+
+QVariant Qt4StyledParametersUInt64Node::dataDisplayRole(int column)
+{
+    if (column != 1)
+        return Qt4StyledParametersModelNode::dataDisplayRole(column);
+    return rows::styledIntegerDisplay<MvParametersUInt64Node>(node(), rows::IndexRowPlace::BeforeName,
+                                                              m_details);
+}
+
+QVariant Qt4StyledParametersUInt64Node::dataDecorationRole(int column)
+{
+    return column == 0 ? m_icon : QVariant();
+}
+
+QVariant Qt4StyledParametersUInt64Node::dataFontRole(int column)
+{
+    if (column != 1)
+        return Qt4StyledParametersModelNode::dataFontRole(column);
+    return rows::styledIntegerValueFont<MvParametersUInt64Node>(node());
+}
+
+// Empty until the value column has been shown once.
+QVariant Qt4StyledParametersUInt64Node::dataToolTipRole(int)
+{
+    return m_details;
+}
+
+QVariant Qt4StyledParametersUInt64Node::dataCheckStateRole(int column)
+{
+    return rows::integerCheckState<MvParametersUInt64Node>(node(), column, 1);
+}
+
+bool Qt4StyledParametersUInt64Node::isUserCheckable(int column)
+{
+    return rows::integerUserCheckable<MvParametersUInt64Node>(node(), column, 1);
+}
+
+} // namespace core
+} // namespace vorn
