@@ -13,7 +13,11 @@
 #include "host/MvParametersStringNode.h"
 #include "host/MvParametersUInt64Node.h"
 
+#include <QThread>
+
+#include <algorithm>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -147,6 +151,69 @@ inline std::vector<std::string> dumpTree(const boost::shared_ptr<GenicamParamete
     std::vector<std::string> out;
     dumpTree(tree->model()->root(), 0, out);
     return out;
+}
+
+// Records what a model tells its observers while it is attached.
+class ModelRecorder : public GenericModelObserver
+{
+public:
+    explicit ModelRecorder(const boost::shared_ptr<GenericModel>& model) : m_model(model)
+    {
+        m_model->addObserver(this);
+    }
+    ~ModelRecorder() override { m_model->removeObserver(this); }
+
+    void nodesChanged(const std::vector<boost::shared_ptr<GenericModelNode>>& nodes) override
+    {
+        offGuiThread |= QThread::currentThread() != m_guiThread;
+        for (const auto& node : nodes)
+            changed.push_back(boost::static_pointer_cast<MvParametersEntryNode>(node)->getName());
+    }
+    void allNodesChanged() override
+    {
+        offGuiThread |= QThread::currentThread() != m_guiThread;
+        ++allChanged;
+    }
+    void errorReported(const boost::shared_ptr<GenericModelNode>& node, const std::string& message) override
+    {
+        offGuiThread |= QThread::currentThread() != m_guiThread;
+        errors.push_back(message);
+        errorNodes.push_back(node);
+    }
+
+    bool sawChange(const std::string& name) const
+    {
+        return std::find(changed.begin(), changed.end(), name) != changed.end();
+    }
+    void clear()
+    {
+        changed.clear();
+        errors.clear();
+        errorNodes.clear();
+        allChanged = 0;
+    }
+
+    std::vector<std::string> changed;
+    std::vector<std::string> errors;
+    std::vector<boost::shared_ptr<GenericModelNode>> errorNodes;
+    int allChanged = 0;
+    bool offGuiThread = false;
+
+private:
+    boost::shared_ptr<GenericModel> m_model;
+    QThread* m_guiThread = QThread::currentThread();
+};
+
+// Writes through the tree's callback, as a view does, and waits until the device thread answered.
+inline void writeAndWait(const boost::shared_ptr<GenicamParameterTree>& tree, const std::string& feature,
+                         const boost::any& value)
+{
+    auto node = tree->find(feature);
+    if (!node)
+        throw std::runtime_error("no feature " + feature);
+    writeThroughCallback(node, value);
+    if (!tree->waitIdle(5000))
+        throw std::runtime_error("the device thread did not answer");
 }
 
 } // namespace test
