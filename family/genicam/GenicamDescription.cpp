@@ -122,9 +122,10 @@ bool GenicamDescription::loadFile(const std::string& path, std::string* error)
     while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0)
         data.insert(data.end(), buffer, buffer + n);
     const bool readFailed = std::ferror(file) != 0;
+    const int readError = errno;
     std::fclose(file);
     if (readFailed)
-        return fail("cannot be read");
+        return fail(std::string("cannot be read: ") + std::strerror(readError));
     if (data.empty())
         return fail("is empty");
     return load(data.data(), data.size(), path, error);
