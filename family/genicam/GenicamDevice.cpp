@@ -19,6 +19,7 @@ namespace {
 // The serial number the simulated devices report (their DeviceID).
 const char* const kSimulatedSerial = "VORN-SIM0";
 const char* const kRootCategory = "Root";
+const char* const kNoAnswer = "the device does not answer";
 // How often an idle live device is asked whether it still answers.
 const std::chrono::milliseconds kProbePeriod(200);
 // How often an active command's pIsDone is read when the description gives no polling time.
@@ -540,7 +541,7 @@ FeatureState GenicamDevice::read(int index)
 
 std::string GenicamDevice::write(int index, const boost::any& value)
 {
-    const char* const lost = "the device does not answer";
+    const char* const lost = kNoAnswer;
     if (m_lost)
         return lost;
     const FeatureLayout& f = m_layout.features[index];
@@ -664,27 +665,6 @@ std::string GenicamDevice::write(int index, const boost::any& value)
     return m_lost ? std::string(lost) + " (" + reason + ")" : reason;
 }
 
-std::string GenicamDevice::describeValue(int index, const boost::any& value) const
-{
-    const FeatureLayout& f = m_layout.features[index];
-    if (const long long* v = boost::any_cast<long long>(&value)) {
-        for (const EnumEntryLayout& entry : f.entries) {
-            if (entry.value == *v)
-                return entry.name;
-        }
-        return toText(*v);
-    }
-    if (const unsigned long long* v = boost::any_cast<unsigned long long>(&value))
-        return toText(*v);
-    if (const double* v = boost::any_cast<double>(&value))
-        return toText(*v);
-    if (const bool* v = boost::any_cast<bool>(&value))
-        return *v ? "true" : "false";
-    if (const std::string* v = boost::any_cast<std::string>(&value))
-        return "\"" + *v + "\"";
-    return std::string();
-}
-
 void GenicamDevice::readAll(Publication& publication, bool force)
 {
     if (m_lost)
@@ -745,7 +725,8 @@ void GenicamDevice::probe()
     Publication publication;
     if (lost) {
         m_lost = true;
-    } else if (m_lost) {
+    } else if (m_lost || m_givenUp.load()) {
+        // Whatever was shown before may be stale: the device may have restarted in between.
         m_lost = false;
         readAll(publication, false);
     }
@@ -820,18 +801,9 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
         switch (job.type) {
         case Job::Write: {
             const std::string reason = write(job.feature, job.value);
-            if (!reason.empty()) {
-                const FeatureLayout& f = m_layout.features[job.feature];
-                const std::string value = describeValue(job.feature, job.value);
-                std::string message;
-                if (f.kind == FeatureKind::Command)
-                    message = "Cannot execute " + f.name + ": " + reason;
-                else if (value.empty())
-                    message = "Cannot set " + f.name + ": " + reason;
-                else
-                    message = "Cannot set " + f.name + " to " + value + ": " + reason;
-                publication.errors.emplace_back(job.place, message);
-            }
+            if (!reason.empty())
+                publication.errors.emplace_back(
+                    job.place, refusedWriteMessage(m_layout.features[job.feature], job.value, reason));
             dirty = true;
             break;
         }

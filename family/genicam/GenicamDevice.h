@@ -112,7 +112,6 @@ private:
     FeatureState read(int feature);
     ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
     std::string write(int feature, const boost::any& value);
-    std::string describeValue(int feature, const boost::any& value) const;
     void readAll(Publication& publication, bool force);
     void readSome(const std::vector<int>& features, Publication& publication);
     void probe();

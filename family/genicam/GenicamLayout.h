@@ -6,6 +6,8 @@
 
 #include "host/ParameterEnums.h"
 
+#include <boost/any.hpp>
+
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -84,6 +86,11 @@ inline bool operator!=(const FeatureState& a, const FeatureState& b)
 {
     return !(a == b);
 }
+
+// The message of a write to feature that was refused for reason: "Cannot set <feature> to
+// <value>: <reason>", or "Cannot execute <feature>: <reason>" for a command.
+std::string refusedWriteMessage(const FeatureLayout& feature, const boost::any& value,
+                                const std::string& reason);
 
 // A batch from the device thread to the GUI thread.
 struct Publication

@@ -276,7 +276,14 @@ void GenicamParameterTree::Impl::write(const boost::shared_ptr<MvParametersEntry
                                      ": the node is not part of this tree");
         return;
     }
-    device->write(layout.places[it->second].feature, it->second, value);
+    const int feature = layout.places[it->second].feature;
+    // The device was given up for lost: say so now rather than after its next time-out.
+    if (!connected) {
+        model->notifyError(node, genicam::refusedWriteMessage(layout.features[feature], value,
+                                                              "the device does not answer"));
+        return;
+    }
+    device->write(feature, it->second, value);
 }
 
 void GenicamParameterTree::Impl::checkDevice()
