@@ -147,9 +147,10 @@ GenicamDevice::~GenicamDevice()
 GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& what)
 {
     auto result = std::make_shared<OpenResult>();
-    std::promise<void> opened;
-    std::future<void> done = opened.get_future();
-    m_thread = std::thread([this, source, what, result, &opened] {
+    // Shared with the thread: it may still be inside set_value when this function has returned.
+    auto opened = std::make_shared<std::promise<void>>();
+    std::future<void> done = opened->get_future();
+    m_thread = std::thread([this, source, what, result, opened] {
         AravisQuietScope quiet;
         std::string error;
         result->ok = openSource(source, what, &error) && buildLayout(&error);
@@ -161,7 +162,7 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         } else {
             result->error = error;
         }
-        opened.set_value();
+        opened->set_value();
         if (result->ok)
             run();
         if (m_device)
@@ -696,14 +697,11 @@ void GenicamDevice::readSome(const std::vector<int>& features, Publication& publ
     }
 }
 
-void GenicamDevice::publish(Publication& publication)
+void GenicamDevice::publish(Publication& publication, bool force)
 {
     publication.connected = !m_lost;
-    bool news = m_lost != m_lostPublished;
-    // The GUI may have given the device up while an access only took long: tell it that the device
-    // answers again even when nothing changed.
-    if (!m_lost && m_givenUp.exchange(false))
-        news = true;
+    publication.giveUpsAnswered = m_giveUpsAnswered;
+    const bool news = force || m_lost != m_lostPublished;
     if (publication.empty() && !news)
         return;
     m_lostPublished = m_lost;
@@ -723,14 +721,19 @@ void GenicamDevice::probe()
     const bool lost = isLoss(e);
     g_clear_error(&e);
     Publication publication;
+    const std::uint64_t giveUps = m_giveUps.load();
+    bool recovered = false;
     if (lost) {
         m_lost = true;
-    } else if (m_lost || m_givenUp.load()) {
+    } else if (m_lost || giveUps != m_giveUpsAnswered) {
         // Whatever was shown before may be stale: the device may have restarted in between.
         m_lost = false;
         readAll(publication, false);
+        recovered = !m_lost;
+        if (recovered)
+            m_giveUpsAnswered = giveUps;
     }
-    publish(publication);
+    publish(publication, recovered);
 }
 
 void GenicamDevice::enqueue(Job job)
@@ -810,12 +813,12 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
         case Job::Refresh:
             dirty = true;
             break;
-        case Job::Raw: {
-            AccessClock clock(m_accessStarted);
+        case Job::Raw:
+            // A host's job may take its time (starting a stream, say): it is not timed as a
+            // device access.
             if (job.raw)
                 job.raw(m_device);
             break;
-        }
         case Job::Barrier:
             if (dirty)
                 readAll(publication, false);

@@ -63,9 +63,9 @@ public:
     // When the device thread's current device access began, in milliseconds of the steady clock;
     // 0 while it does not wait for the device.
     std::int64_t accessStartedMs() const { return m_accessStarted.load(); }
-    // Tells the device thread that the GUI gave the device up for lost, so that the next access
-    // that succeeds is published even when no value changed.
-    void noteGivenUp() { m_givenUp.store(true); }
+    // Tells the device thread that the GUI gave the device up for lost (the n-th time): the device
+    // thread then reads everything afresh once the device answers, and says so with n.
+    void noteGivenUp(std::uint64_t n) { m_giveUps.store(n); }
 
     static std::int64_t nowMs();
 
@@ -115,7 +115,8 @@ private:
     void readAll(Publication& publication, bool force);
     void readSome(const std::vector<int>& features, Publication& publication);
     void probe();
-    void publish(Publication& publication);
+    // Hands the publication to the GUI when it says anything (or always, with force).
+    void publish(Publication& publication, bool force = false);
     // Looks at an error of a device access: a device that stopped answering is marked lost.
     void noteError(const GError* error);
 
@@ -126,7 +127,7 @@ private:
     std::deque<Job> m_jobs;
     bool m_stop = false;
     std::atomic<std::int64_t> m_accessStarted{0};
-    std::atomic<bool> m_givenUp{false};
+    std::atomic<std::uint64_t> m_giveUps{0};
 
     // Device thread only.
     ArvDevice* m_device = nullptr;
@@ -138,6 +139,7 @@ private:
     std::vector<FeatureState> m_published;
     bool m_lost = false;
     bool m_lostPublished = false;
+    std::uint64_t m_giveUpsAnswered = 0;
     Clock::time_point m_nextProbe;
 };
 

@@ -98,6 +98,9 @@ struct Publication
     std::vector<std::pair<int, FeatureState>> states; // feature index, new values
     std::vector<std::pair<int, std::string>> errors;  // place index (-1: the tree), message
     bool connected = true;
+    // How many times the GUI had given the device up when the device thread last read everything
+    // afresh: a GUI that gave up more often keeps the device for lost.
+    std::uint64_t giveUpsAnswered = 0;
     std::uint64_t barrier = 0; // answers waitIdle's request with this number (0: none)
 
     bool empty() const { return states.empty() && errors.empty() && barrier == 0; }

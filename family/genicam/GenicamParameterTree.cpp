@@ -88,6 +88,7 @@ public:
     std::unordered_map<const MvParametersEntryNode*, int> placeOfNode;
     std::unordered_map<std::string, int> featureByName;
     bool connected = true;
+    std::uint64_t giveUps = 0; // times the GUI gave the device up for lost
     std::uint64_t lastBarrier = 0;
     std::uint64_t answeredBarrier = 0;
     std::unique_ptr<QObject> receiver;
@@ -252,8 +253,10 @@ void GenicamParameterTree::Impl::apply(const Publication& publication)
         for (int p : placesOf[entry.first])
             changed.push_back(placeNodes[p]);
     }
-    if (connected != publication.connected)
-        setConnected(publication.connected, "the device does not answer");
+    // A device given up for lost counts as back only once the device thread read it afresh since.
+    const bool nowConnected = publication.connected && publication.giveUpsAnswered >= giveUps;
+    if (connected != nowConnected)
+        setConnected(nowConnected, "the device does not answer");
     else
         model->notifyNodesChanged(changed);
     for (const auto& error : publication.errors) {
@@ -291,7 +294,7 @@ void GenicamParameterTree::Impl::checkDevice()
     const std::int64_t started = device->accessStartedMs();
     if (!connected || started == 0 || GenicamDevice::nowMs() - started < kGiveUpMs)
         return;
-    device->noteGivenUp();
+    device->noteGivenUp(++giveUps);
     setConnected(false, "no answer for " + std::to_string(kGiveUpMs) + " ms");
 }
 
