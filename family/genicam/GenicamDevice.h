@@ -1,0 +1,149 @@
+#pragma once
+
+#include "family/genicam/GenicamDescription.h"
+#include "family/genicam/GenicamLayout.h"
+
+#include <boost/any.hpp>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <unordered_map>
+#include <vector>
+
+typedef struct _ArvDevice ArvDevice;
+typedef struct _ArvGc ArvGc;
+typedef struct _ArvGcNode ArvGcNode;
+typedef struct _GError GError;
+
+namespace vorn {
+namespace core {
+namespace models {
+namespace genicam {
+
+// The device thread of one tree. Every Aravis object of the tree is made, used and released on
+// it; the rest of the backend talks to it through a queue of jobs and hears back through the
+// publisher, which is called on the device thread with each batch of changes.
+class GenicamDevice
+{
+public:
+    enum class Source { Simulated, XmlFile, Device };
+    using Publisher = std::function<void(std::shared_ptr<Publication>)>;
+
+    struct OpenResult
+    {
+        bool ok = false;
+        std::string error;
+        Layout layout;
+        std::vector<FeatureState> states; // every feature, in layout order
+    };
+
+    explicit GenicamDevice(Publisher publisher);
+    // Stops the thread after its current job; the device is released on it.
+    ~GenicamDevice();
+    GenicamDevice(const GenicamDevice&) = delete;
+    GenicamDevice& operator=(const GenicamDevice&) = delete;
+
+    // Starts the thread and opens the source on it; waits for the result.
+    OpenResult open(Source source, const std::string& what);
+
+    // place: the node the write came through, named again in an error.
+    void write(int feature, int place, const boost::any& value);
+    void refresh();
+    void barrier(std::uint64_t id);
+    void post(std::function<void(ArvDevice*)> job);
+
+    // When the device thread's current device access began, in milliseconds of the steady clock;
+    // 0 while it does not wait for the device.
+    std::int64_t accessStartedMs() const { return m_accessStarted.load(); }
+    // Tells the device thread that the GUI gave the device up for lost (the n-th time): the device
+    // thread then reads everything afresh once the device answers, and says so with n.
+    void noteGivenUp(std::uint64_t n) { m_giveUps.store(n); }
+
+    static std::int64_t nowMs();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    struct Job
+    {
+        enum Type { Open, Write, Refresh, Barrier, Raw } type = Refresh;
+        int feature = -1;
+        int place = -1;
+        boost::any value;
+        std::uint64_t barrier = 0;
+        std::function<void(ArvDevice*)> raw;
+        Source source = Source::Simulated;
+        std::string what;
+        std::shared_ptr<OpenResult> result;
+    };
+
+    // What the device thread keeps per feature besides its layout.
+    struct Binding
+    {
+        ArvGcNode* node = nullptr;
+        std::vector<ArvGcNode*> entries; // enumeration entries, in layout order
+        ArvGcNode* isDone = nullptr;     // commands
+        bool bigEndian = false;          // unsigned 8-byte registers
+        Clock::time_point due;           // next poll
+    };
+
+    // Marks the thread as waiting for the device while it lives.
+    class AccessClock;
+
+    void enqueue(Job job);
+    void run();
+    void handle(std::deque<Job>& jobs);
+    void runTimers();
+    Clock::time_point nextDeadline() const;
+
+    bool openSource(Source source, const std::string& what, std::string* error);
+    bool buildLayout(std::string* error);
+    void addFeatures(ArvGcNode* category, int parentPlace, std::vector<std::string>& ancestors);
+    int addFeature(const std::string& name, ArvGcNode* node);
+
+    FeatureState read(int feature);
+    ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
+    std::string write(int feature, const boost::any& value);
+    void readAll(Publication& publication, bool force);
+    void readSome(const std::vector<int>& features, Publication& publication);
+    void probe();
+    // Hands the publication to the GUI when it says anything (or always, with force).
+    void publish(Publication& publication, bool force = false);
+    // Looks at an error of a device access: a device that stopped answering is marked lost.
+    void noteError(const GError* error);
+
+    Publisher m_publisher;
+    std::thread m_thread;
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::deque<Job> m_jobs;
+    bool m_stop = false;
+    std::atomic<std::int64_t> m_accessStarted{0};
+    std::atomic<std::uint64_t> m_giveUps{0};
+
+    // Device thread only.
+    ArvDevice* m_device = nullptr;
+    ArvGc* m_gc = nullptr;
+    GenicamDescription m_description;
+    Layout m_layout;
+    std::vector<Binding> m_bindings;
+    std::unordered_map<std::string, int> m_featureByName;
+    std::vector<FeatureState> m_published;
+    bool m_lost = false;
+    bool m_lostPublished = false;
+    std::uint64_t m_giveUpsAnswered = 0;
+    Clock::time_point m_nextProbe;
+};
+
+} // namespace genicam
+} // namespace models
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,112 @@
+#pragma once
+
+// What the device thread hands to the GUI thread: the shape of the tree once, when the device is
+// opened, and the values of features whenever they change. Plain values only, so that they can
+// cross threads by copy.
+
+#include "host/ParameterEnums.h"
+
+#include <boost/any.hpp>
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vorn {
+namespace core {
+namespace models {
+namespace genicam {
+
+enum class FeatureKind { Category, Integer, UInt64, Float, Boolean, String, Enumeration, Command, Plain };
+
+struct EnumEntryLayout
+{
+    std::string name;
+    std::string displayName;
+    std::string toolTip;
+    std::string description;
+    long long value = 0;
+    ParameterEntryVisibility visibility = pevBeginner;
+};
+
+// One feature of the description, whatever number of places it is shown in.
+struct FeatureLayout
+{
+    std::string name;
+    std::string displayName;
+    std::string toolTip;
+    std::string description;
+    std::string unit;
+    FeatureKind kind = FeatureKind::Plain;
+    ParameterEntryVisibility visibility = pevBeginner;
+    ParameterIntegerRepresentation representation = pirPureNumber;
+    std::vector<EnumEntryLayout> entries;
+    int pollingMs = 0; // 0: not polled
+};
+
+// One node of the tree: the feature it shows and the place above it (-1: the root).
+struct PlaceLayout
+{
+    int feature = 0;
+    int parent = -1;
+};
+
+struct Layout
+{
+    std::vector<FeatureLayout> features;
+    std::vector<PlaceLayout> places; // parents always come before their children
+    bool live = false;               // a device that can vanish (not a simulated one)
+};
+
+// The values of one feature as last read.
+struct FeatureState
+{
+    bool valid = false;
+    ParameterEntryAccessMode access = peamNotAvailable;
+    long long intValue = 0; // also the enumeration's current value
+    long long intMin = 0;
+    long long intMax = 0;
+    long long intInc = 1;
+    unsigned long long uintValue = 0;
+    unsigned long long uintMax = 0;
+    unsigned long long uintInc = 1;
+    double floatValue = 0.0;
+    double floatMin = 0.0;
+    double floatMax = 0.0;
+    bool boolValue = false;
+    std::string text; // string value
+    long long maxLength = 0;
+    std::vector<ParameterEntryAccessMode> entryAccess; // enumeration entries, in layout order
+    bool active = false;                               // commands
+};
+
+bool operator==(const FeatureState& a, const FeatureState& b);
+inline bool operator!=(const FeatureState& a, const FeatureState& b)
+{
+    return !(a == b);
+}
+
+// The message of a write to feature that was refused for reason: "Cannot set <feature> to
+// <value>: <reason>", or "Cannot execute <feature>: <reason>" for a command.
+std::string refusedWriteMessage(const FeatureLayout& feature, const boost::any& value,
+                                const std::string& reason);
+
+// A batch from the device thread to the GUI thread.
+struct Publication
+{
+    std::vector<std::pair<int, FeatureState>> states; // feature index, new values
+    std::vector<std::pair<int, std::string>> errors;  // place index (-1: the tree), message
+    bool connected = true;
+    // How many times the GUI had given the device up when the device thread last read everything
+    // afresh: a GUI that gave up more often keeps the device for lost.
+    std::uint64_t giveUpsAnswered = 0;
+    std::uint64_t barrier = 0; // answers waitIdle's request with this number (0: none)
+
+    bool empty() const { return states.empty() && errors.empty() && barrier == 0; }
+};
+
+} // namespace genicam
+} // namespace models
+} // namespace core
+} // namespace vorn

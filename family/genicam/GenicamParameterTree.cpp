@@ -1,0 +1,446 @@
+#include "host/GenicamParameterTree.h"
+
+#include "family/genicam/AravisSupport.h"
+#include "family/genicam/GenicamDevice.h"
+
+#include "host/MvParametersBooleanNode.h"
+#include "host/MvParametersCategoryNode.h"
+#include "host/MvParametersCommandNode.h"
+#include "host/MvParametersEnumerationNode.h"
+#include "host/MvParametersFloatNode.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/MvParametersStringNode.h"
+#include "host/MvParametersUInt64Node.h"
+
+#include <arv.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QThread>
+#include <QTimer>
+
+#include <future>
+#include <unordered_map>
+
+namespace vorn {
+namespace core {
+namespace models {
+
+using genicam::FeatureKind;
+using genicam::FeatureLayout;
+using genicam::FeatureState;
+using genicam::GenicamDevice;
+using genicam::Layout;
+using genicam::Publication;
+
+namespace {
+
+// A live device whose access takes longer than this is given up for lost until it answers again.
+const std::int64_t kGiveUpMs = 500;
+const int kWatchdogPeriodMs = 100;
+
+} // namespace
+
+class GenicamParameterTree::Impl
+{
+public:
+    // The root's callback: hands each write to the device thread and returns at once.
+    class Callback : public ParameterModelCallback
+    {
+    public:
+        explicit Callback(Impl* impl) : m_impl(impl) {}
+        void setValue(boost::shared_ptr<MvParametersEntryNode> node, boost::any value) override
+        {
+            if (m_impl)
+                m_impl->write(node, value);
+        }
+        void detach() { m_impl = nullptr; }
+
+    private:
+        Impl* m_impl;
+    };
+
+    ~Impl()
+    {
+        if (callback)
+            callback->detach();
+        watchdog.reset();
+        // The device thread goes first, so that nothing is published to a receiver that is gone.
+        device.reset();
+        receiver.reset();
+    }
+
+    void build(const GenicamDevice::OpenResult& opened);
+    void apply(const Publication& publication);
+    void applyToNodes(int feature);
+    void setConnected(bool connected, const std::string& why);
+    void write(const boost::shared_ptr<MvParametersEntryNode>& node, const boost::any& value);
+    void checkDevice();
+
+    std::string source;
+    boost::shared_ptr<MvParametersModel> model;
+    boost::shared_ptr<Callback> callback;
+    Layout layout;
+    std::vector<FeatureState> states;
+    std::vector<boost::shared_ptr<MvParametersEntryNode>> placeNodes;
+    std::vector<std::vector<int>> placesOf; // per feature
+    std::unordered_map<const MvParametersEntryNode*, int> placeOfNode;
+    std::unordered_map<std::string, int> featureByName;
+    bool connected = true;
+    std::uint64_t giveUps = 0; // times the GUI gave the device up for lost
+    std::uint64_t lastBarrier = 0;
+    std::uint64_t answeredBarrier = 0;
+    std::unique_ptr<QObject> receiver;
+    std::unique_ptr<QTimer> watchdog;
+    std::unique_ptr<GenicamDevice> device;
+};
+
+void GenicamParameterTree::Impl::build(const GenicamDevice::OpenResult& opened)
+{
+    layout = opened.layout;
+    states = opened.states;
+    model = MvParametersModel::create();
+    placesOf.assign(layout.features.size(), std::vector<int>());
+    for (std::size_t i = 0; i < layout.features.size(); ++i)
+        featureByName[layout.features[i].name] = static_cast<int>(i);
+
+    for (std::size_t p = 0; p < layout.places.size(); ++p) {
+        const genicam::PlaceLayout& place = layout.places[p];
+        const FeatureLayout& f = layout.features[place.feature];
+        boost::shared_ptr<MvParametersEntryNode> node;
+        switch (f.kind) {
+        case FeatureKind::Category:
+            node = model->createNode<MvParametersCategoryNode>(f.name);
+            break;
+        case FeatureKind::Integer: {
+            auto n = model->createNode<MvParametersIntegerNode>(f.name);
+            n->setUnit(f.unit);
+            n->setRepresentation(f.representation);
+            node = n;
+            break;
+        }
+        case FeatureKind::UInt64: {
+            auto n = model->createNode<MvParametersUInt64Node>(f.name);
+            n->setUnit(f.unit);
+            n->setRepresentation(f.representation);
+            node = n;
+            break;
+        }
+        case FeatureKind::Float: {
+            auto n = model->createNode<MvParametersFloatNode>(f.name);
+            n->setUnit(f.unit);
+            node = n;
+            break;
+        }
+        case FeatureKind::Boolean:
+            node = model->createNode<MvParametersBooleanNode>(f.name);
+            break;
+        case FeatureKind::String:
+            node = model->createNode<MvParametersStringNode>(f.name);
+            break;
+        case FeatureKind::Enumeration: {
+            auto n = model->createNode<MvParametersEnumerationNode>(f.name);
+            for (const genicam::EnumEntryLayout& e : f.entries) {
+                auto entry = model->createNode<MvParametersEnumEntryNode>(e.name, e.value);
+                entry->setDisplayName(e.displayName);
+                entry->setToolTip(e.toolTip.empty() ? e.description : e.toolTip);
+                entry->setDescription(e.description);
+                entry->setVisibility(e.visibility);
+                n->addEntry(entry);
+            }
+            node = n;
+            break;
+        }
+        case FeatureKind::Command:
+            node = model->createNode<MvParametersCommandNode>(f.name);
+            break;
+        case FeatureKind::Plain:
+            node = model->createNode<MvParametersEntryNode>(f.name);
+            break;
+        }
+        node->setDisplayName(f.displayName);
+        node->setToolTip(f.toolTip.empty() ? f.description : f.toolTip);
+        node->setDescription(f.description);
+        node->setVisibility(f.visibility);
+        auto parent = place.parent < 0 ? boost::shared_ptr<MvParametersEntryNode>(model->root())
+                                       : placeNodes[place.parent];
+        parent->addChild(node);
+        placeNodes.push_back(node);
+        placesOf[place.feature].push_back(static_cast<int>(p));
+        placeOfNode[node.get()] = static_cast<int>(p);
+    }
+    for (std::size_t i = 0; i < layout.features.size(); ++i)
+        applyToNodes(static_cast<int>(i));
+}
+
+void GenicamParameterTree::Impl::applyToNodes(int feature)
+{
+    const FeatureLayout& f = layout.features[feature];
+    const FeatureState& st = states[feature];
+    for (int p : placesOf[feature]) {
+        MvParametersEntryNode& node = *placeNodes[p];
+        node.setAccessMode(st.access);
+        node.setDataValid(st.valid && connected);
+        switch (f.kind) {
+        case FeatureKind::Integer: {
+            auto& n = static_cast<MvParametersIntegerNode&>(node);
+            n.setNodeValue(st.intValue);
+            n.setRange(st.intMin, st.intMax);
+            n.setStepValue(st.intInc);
+            break;
+        }
+        case FeatureKind::UInt64: {
+            auto& n = static_cast<MvParametersUInt64Node&>(node);
+            n.setNodeValue(st.uintValue);
+            n.setRange(0, st.uintMax);
+            n.setStepValue(st.uintInc);
+            break;
+        }
+        case FeatureKind::Float: {
+            auto& n = static_cast<MvParametersFloatNode&>(node);
+            n.setNodeValue(st.floatValue);
+            n.setRange(st.floatMin, st.floatMax);
+            break;
+        }
+        case FeatureKind::Boolean:
+            static_cast<MvParametersBooleanNode&>(node).setValueSet(st.boolValue);
+            break;
+        case FeatureKind::String: {
+            auto& n = static_cast<MvParametersStringNode&>(node);
+            n.setNodeValue(st.text);
+            n.setMaxLength(st.maxLength);
+            break;
+        }
+        case FeatureKind::Enumeration: {
+            auto& n = static_cast<MvParametersEnumerationNode&>(node);
+            n.setNodeIntValue(st.intValue);
+            auto entries = n.getEnumEntryNodes();
+            for (std::size_t i = 0; entries->hasNext(); ++i) {
+                auto entry = entries->next();
+                if (i < st.entryAccess.size())
+                    entry->setAccessMode(st.entryAccess[i]);
+            }
+            break;
+        }
+        case FeatureKind::Command:
+            static_cast<MvParametersCommandNode&>(node).setActive(st.active);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void GenicamParameterTree::Impl::setConnected(bool nowConnected, const std::string& why)
+{
+    if (connected == nowConnected)
+        return;
+    connected = nowConnected;
+    for (std::size_t i = 0; i < layout.features.size(); ++i)
+        applyToNodes(static_cast<int>(i));
+    model->notifyAllNodesChanged();
+    if (!connected)
+        model->notifyError(model->root(), "Lost the connection to " + source + ": " + why);
+}
+
+void GenicamParameterTree::Impl::apply(const Publication& publication)
+{
+    std::vector<boost::shared_ptr<GenericModelNode>> changed;
+    for (const auto& entry : publication.states) {
+        states[entry.first] = entry.second;
+        applyToNodes(entry.first);
+        for (int p : placesOf[entry.first])
+            changed.push_back(placeNodes[p]);
+    }
+    // A device given up for lost counts as back only once the device thread read it afresh since.
+    const bool nowConnected = publication.connected && publication.giveUpsAnswered >= giveUps;
+    if (connected != nowConnected)
+        setConnected(nowConnected, "the device does not answer");
+    else
+        model->notifyNodesChanged(changed);
+    for (const auto& error : publication.errors) {
+        boost::shared_ptr<GenericModelNode> node =
+            error.first >= 0 && error.first < static_cast<int>(placeNodes.size())
+                ? boost::shared_ptr<GenericModelNode>(placeNodes[error.first])
+                : boost::shared_ptr<GenericModelNode>(model->root());
+        model->notifyError(node, error.second);
+    }
+    if (publication.barrier > answeredBarrier)
+        answeredBarrier = publication.barrier;
+}
+
+void GenicamParameterTree::Impl::write(const boost::shared_ptr<MvParametersEntryNode>& node,
+                                       const boost::any& value)
+{
+    auto it = node ? placeOfNode.find(node.get()) : placeOfNode.end();
+    if (it == placeOfNode.end()) {
+        model->notifyError(node, "Cannot set " + (node ? node->getName() : std::string("(no node)")) +
+                                     ": the node is not part of this tree");
+        return;
+    }
+    const int feature = layout.places[it->second].feature;
+    // The device was given up for lost: say so now rather than after its next time-out.
+    if (!connected) {
+        model->notifyError(node, genicam::refusedWriteMessage(layout.features[feature], value,
+                                                              "the device does not answer"));
+        return;
+    }
+    device->write(feature, it->second, value);
+}
+
+void GenicamParameterTree::Impl::checkDevice()
+{
+    const std::int64_t started = device->accessStartedMs();
+    if (!connected || started == 0 || GenicamDevice::nowMs() - started < kGiveUpMs)
+        return;
+    device->noteGivenUp(++giveUps);
+    setConnected(false, "no answer for " + std::to_string(kGiveUpMs) + " ms");
+}
+
+GenicamParameterTree::GenicamParameterTree() : m_impl(new Impl()) {}
+
+GenicamParameterTree::~GenicamParameterTree() = default;
+
+boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::open(int source, const std::string& what,
+                                                                   std::string* error)
+{
+    std::string ignored;
+    std::string& message = error ? *error : ignored;
+    message.clear();
+    if (!QCoreApplication::instance()) {
+        message = "the GenICam backend needs a QCoreApplication (its values reach the nodes through the "
+                  "event loop)";
+        return boost::shared_ptr<GenicamParameterTree>();
+    }
+    boost::shared_ptr<GenicamParameterTree> tree(new GenicamParameterTree());
+    Impl* impl = tree->m_impl.get();
+    impl->receiver.reset(new QObject());
+    QObject* receiver = impl->receiver.get();
+    impl->device.reset(new GenicamDevice([impl, receiver](std::shared_ptr<Publication> publication) {
+        QMetaObject::invokeMethod(
+            receiver, [impl, publication] { impl->apply(*publication); }, Qt::QueuedConnection);
+    }));
+    const auto kind = static_cast<GenicamDevice::Source>(source);
+    GenicamDevice::OpenResult opened = impl->device->open(kind, what);
+    if (!opened.ok) {
+        message = opened.error;
+        return boost::shared_ptr<GenicamParameterTree>();
+    }
+    impl->source = kind == GenicamDevice::Source::Simulated ? std::string("simulated camera") : what;
+    impl->build(opened);
+    impl->callback.reset(new Impl::Callback(impl));
+    impl->model->root()->setCallback(impl->callback);
+    if (opened.layout.live) {
+        impl->watchdog.reset(new QTimer());
+        QObject::connect(impl->watchdog.get(), &QTimer::timeout, receiver, [impl] { impl->checkDevice(); });
+        impl->watchdog->start(kWatchdogPeriodMs);
+    }
+    return tree;
+}
+
+boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::openSimulated(std::string* error)
+{
+    return open(static_cast<int>(GenicamDevice::Source::Simulated), std::string(), error);
+}
+
+boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::openXmlFile(const std::string& path,
+                                                                          std::string* error)
+{
+    return open(static_cast<int>(GenicamDevice::Source::XmlFile), path, error);
+}
+
+boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::openDevice(const std::string& deviceId,
+                                                                         std::string* error)
+{
+    return open(static_cast<int>(GenicamDevice::Source::Device), deviceId, error);
+}
+
+std::vector<GenicamParameterTree::DeviceInfo> GenicamParameterTree::listDevices()
+{
+    // Discovery runs on a thread of its own, as every use of Aravis here does.
+    return std::async(std::launch::async,
+                      [] {
+                          genicam::AravisQuietScope quiet;
+                          std::lock_guard<std::mutex> lock(genicam::aravisSystemMutex());
+                          arv_update_device_list();
+                          std::vector<DeviceInfo> devices;
+                          const unsigned count = arv_get_n_devices();
+                          auto text = [](const char* s) { return s ? std::string(s) : std::string(); };
+                          for (unsigned i = 0; i < count; ++i) {
+                              DeviceInfo info;
+                              info.id = text(arv_get_device_id(i));
+                              info.vendor = text(arv_get_device_vendor(i));
+                              info.model = text(arv_get_device_model(i));
+                              info.serial = text(arv_get_device_serial_nbr(i));
+                              info.address = text(arv_get_device_address(i));
+                              info.protocol = text(arv_get_device_protocol(i));
+                              devices.push_back(info);
+                          }
+                          return devices;
+                      })
+        .get();
+}
+
+boost::shared_ptr<MvParametersModel> GenicamParameterTree::model() const
+{
+    return m_impl->model;
+}
+
+GenicamParameterTree::DeviceState GenicamParameterTree::deviceState() const
+{
+    return m_impl->connected ? dsConnected : dsLost;
+}
+
+const std::string& GenicamParameterTree::source() const
+{
+    return m_impl->source;
+}
+
+std::vector<boost::shared_ptr<MvParametersEntryNode>>
+GenicamParameterTree::nodes(const std::string& feature) const
+{
+    std::vector<boost::shared_ptr<MvParametersEntryNode>> result;
+    auto it = m_impl->featureByName.find(feature);
+    if (it == m_impl->featureByName.end())
+        return result;
+    for (int p : m_impl->placesOf[it->second])
+        result.push_back(m_impl->placeNodes[p]);
+    return result;
+}
+
+boost::shared_ptr<MvParametersEntryNode> GenicamParameterTree::find(const std::string& feature) const
+{
+    auto all = nodes(feature);
+    return all.empty() ? boost::shared_ptr<MvParametersEntryNode>() : all.front();
+}
+
+void GenicamParameterTree::refresh()
+{
+    m_impl->device->refresh();
+}
+
+void GenicamParameterTree::post(std::function<void(ArvDevice*)> job)
+{
+    m_impl->device->post(std::move(job));
+}
+
+bool GenicamParameterTree::waitIdle(int timeoutMs)
+{
+    const std::uint64_t id = ++m_impl->lastBarrier;
+    m_impl->device->barrier(id);
+    QElapsedTimer timer;
+    timer.start();
+    while (m_impl->answeredBarrier < id) {
+        if (timer.elapsed() > timeoutMs)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (m_impl->answeredBarrier < id)
+            QThread::usleep(200);
+    }
+    return true;
+}
+
+} // namespace models
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "host/GenicamExport.h"
+#include "host/MvParametersModel.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+// Aravis's device class, for hosts that hand jobs of their own to the device thread.
+typedef struct _ArvDevice ArvDevice;
+
+namespace vorn {
+namespace core {
+namespace models {
+
+// A parameter tree over a GenICam device, built on Aravis: its simulated camera, any GenICam
+// description file served by a simulated device with register memory, or a live device.
+//
+// How the description maps onto the tree:
+// - The root's children are the features of the category "Root", each category's children its
+//   features, both in document order. A feature listed in two categories has one node in each,
+//   both bound to the same feature. A category that lists one of its ancestors is not followed again.
+// - Integer-interface nodes become MvParametersIntegerNode, except IntReg nodes of 8 bytes without
+//   sign, which become MvParametersUInt64Node: their value is read and written as the register's
+//   bytes, so values above 2^63 keep their meaning; their range is 0 to 2^64-1.
+//   Float, Boolean, String, Enumeration and Command nodes become the node of their kind,
+//   categories MvParametersCategoryNode, every other node a category lists a plain
+//   MvParametersEntryNode.
+// - Enumeration entries keep document order. An entry that is not implemented gets access mode 1,
+//   one that is not available 2 (the editor leaves both out), every other entry 4.
+// - Access mode: not implemented 1, not available 2, write-only 3, read/write 5 (editable while the
+//   last read succeeded), read-only or locked 4. Categories and plain entries are 4 when present.
+//   Writes to locked, unavailable, unimplemented or read-only features are refused here, before
+//   Aravis is asked (Aravis itself would write locked and unavailable features).
+// - Data valid: the last read of the value succeeded and the device answers. Write-only, not
+//   implemented and not available features are not read, so their data is never valid.
+// - Visibility Beginner 0, Expert 1, Guru 2, Invisible 3. Integer representation by its GenICam
+//   name: Linear 0, Logarithmic 1, PureNumber 2, Boolean 3, HexNumber 4, IPV4Address 5,
+//   MACAddress 6; an integer without one is a PureNumber.
+// - Display name falls back to the name, tool tip to the description; the description is also
+//   kept on its own. Units, minimum, maximum and increment come from the feature.
+// - A command is active while the node its pIsDone names reads false (0); a command without
+//   pIsDone is never active. While a command is active it is read again every 100 ms.
+// - A feature with a PollingTime (its own, or that of the node its pValue names) is read again at
+//   that period.
+//
+// Threads: the tree belongs to the thread that opens it, which must run a Qt event loop (the GUI
+// thread). A device thread of the tree's own holds every Aravis object. Node getters answer from
+// values that the device thread read and the GUI thread applied; writes and command executions go
+// through the root's callback onto the device thread without waiting. After each batch of writes
+// the device thread reads every feature again and hands what changed to the GUI thread, which
+// applies it to the nodes and tells the model (notifyNodesChanged). A refused write reaches the
+// model's error channel (notifyError) as "Cannot set <feature> to <value>: <reason>" or
+// "Cannot execute <feature>: <reason>", and nothing else changes. A live device that does not
+// answer for half a second has every node's data marked invalid (the model is told, and one error
+// names the device); the values come back once it answers again.
+//
+// Opening waits for the device (and for the description to be read and parsed); after that the
+// GUI thread never waits for the device.
+class VORN_GENICAM_API GenicamParameterTree
+{
+public:
+    enum DeviceState {
+        dsConnected = 0, // the device answers
+        dsLost = 1,      // the device stopped answering; every node's data is invalid
+    };
+
+    struct DeviceInfo
+    {
+        std::string id; // what openDevice takes
+        std::string vendor;
+        std::string model;
+        std::string serial;
+        std::string address;
+        std::string protocol;
+    };
+
+    // Aravis's built-in simulated camera; error (when given) says why it could not be made.
+    static boost::shared_ptr<GenicamParameterTree> openSimulated(std::string* error = nullptr);
+    // A simulated device serving the description in this file from its own register memory, so
+    // that any camera's description can be browsed and edited offline. A file that is missing,
+    // unreadable, not well-formed or not a GenICam description gives an empty pointer and an error
+    // that names the file and what is wrong.
+    static boost::shared_ptr<GenicamParameterTree> openXmlFile(const std::string& path,
+                                                               std::string* error = nullptr);
+    // A live device by its Aravis id (see listDevices), or by its address.
+    static boost::shared_ptr<GenicamParameterTree> openDevice(const std::string& deviceId,
+                                                              std::string* error = nullptr);
+    // The devices present. Waits for the discovery (about a second for GigE Vision).
+    static std::vector<DeviceInfo> listDevices();
+
+    GenicamParameterTree(const GenicamParameterTree&) = delete;
+    GenicamParameterTree& operator=(const GenicamParameterTree&) = delete;
+    // Stops the device thread (waiting for its current device access) and releases the device.
+    // The model may outlive the tree; its callback then drops writes.
+    ~GenicamParameterTree();
+
+    boost::shared_ptr<MvParametersModel> model() const;
+    DeviceState deviceState() const;
+    // What was opened: "simulated camera", the file's path or the device id.
+    const std::string& source() const;
+
+    // The nodes that show this feature, in tree order; empty when the tree does not show it.
+    std::vector<boost::shared_ptr<MvParametersEntryNode>> nodes(const std::string& feature) const;
+    // The first node that shows this feature, or empty.
+    boost::shared_ptr<MvParametersEntryNode> find(const std::string& feature) const;
+
+    // Reads every feature again (for changes the tree cannot see, such as a job's).
+    void refresh();
+    // Runs job on the device thread with the device, for what the tree does not cover (streams,
+    // raw registers). The tree does not read again after it: call refresh() when values may have
+    // changed.
+    void post(std::function<void(ArvDevice*)> job);
+    // Processes Qt events until everything asked of the device thread so far has been answered
+    // and applied; false when that took longer than timeoutMs. For tests and scripted hosts.
+    bool waitIdle(int timeoutMs = 5000);
+
+private:
+    class Impl;
+    GenicamParameterTree();
+    static boost::shared_ptr<GenicamParameterTree> open(int source, const std::string& what,
+                                                        std::string* error);
+
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace models
+} // namespace core
+} // namespace vorn
