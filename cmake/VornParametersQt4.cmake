@@ -12,7 +12,7 @@ if(VORN_QT4_SOURCES)
   set_target_properties(vornparametersqt4 PROPERTIES AUTOMOC ON AUTORCC ON AUTOUIC OFF)
   target_compile_definitions(vornparametersqt4 PRIVATE VORN_PARAMETERSQT4_BUILD)
   target_link_libraries(vornparametersqt4 PUBLIC vorncore vornparameters vornmodelqt4
-    Qt5::Core Qt5::Gui Qt5::Widgets)
+    Qt5::Core Qt5::Gui Qt5::Widgets PRIVATE Threads::Threads ${CMAKE_DL_LIBS})
   install(TARGETS vornparametersqt4 EXPORT VornTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
