@@ -1,0 +1,8 @@
+# Entry points, lifecycle controller and logging of the library frame.
+list(APPEND VORN_QT4_SOURCES
+  ${PROJECT_SOURCE_DIR}/lib/InstallationRoot.cpp
+  ${PROJECT_SOURCE_DIR}/lib/LibraryInitController.cpp
+  ${PROJECT_SOURCE_DIR}/lib/Logger.cpp
+  ${PROJECT_SOURCE_DIR}/lib/Logging.cpp
+  ${PROJECT_SOURCE_DIR}/lib/VornParametersQt4.cpp)
+list(APPEND VORN_QT4_SOURCES ${PROJECT_SOURCE_DIR}/lib/ResourceRegistration.cpp)
