@@ -27,7 +27,9 @@ if(VORN_QT4_SOURCES)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  # Headers named *Internal.h hold switches for the library's own tests; hosts never get them.
   foreach(folder ${VORN_QT4_FOLDERS})
-    install(DIRECTORY ${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorn FILES_MATCHING PATTERN "*.h")
+    install(DIRECTORY ${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorn FILES_MATCHING PATTERN "*.h"
+      PATTERN "*Internal.h" EXCLUDE)
   endforeach()
 endif()
