@@ -14,6 +14,9 @@ class VORN_CORE_API MovaniApplication
 {
 public:
     static long long getConfigIntEntry(const std::string& key, long long defaultValue);
+    // A number that changes whenever any entry changes, so that a caller that reads an entry often
+    // can keep it and read it again only after a change.
+    static unsigned long long configGeneration();
     static void setConfigIntEntry(const std::string& key, long long value);
     static bool removeConfigEntry(const std::string& key);
     static void clearConfig();

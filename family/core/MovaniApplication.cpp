@@ -1,5 +1,6 @@
 #include "host/MovaniApplication.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -16,6 +17,8 @@ struct ConfigStore
 {
     std::mutex mutex;
     std::map<std::string, long long> entries;
+    // Raised after every change, under the mutex.
+    std::atomic<unsigned long long> generation{0};
 };
 
 ConfigStore& store()
@@ -49,18 +52,26 @@ long long MovaniApplication::getConfigIntEntry(const std::string& key, long long
     return it == s.entries.end() ? defaultValue : it->second;
 }
 
+unsigned long long MovaniApplication::configGeneration()
+{
+    return store().generation.load(std::memory_order_acquire);
+}
+
 void MovaniApplication::setConfigIntEntry(const std::string& key, long long value)
 {
     ConfigStore& s = store();
     std::lock_guard<std::mutex> lock(s.mutex);
     s.entries[key] = value;
+    s.generation.fetch_add(1, std::memory_order_release);
 }
 
 bool MovaniApplication::removeConfigEntry(const std::string& key)
 {
     ConfigStore& s = store();
     std::lock_guard<std::mutex> lock(s.mutex);
-    return s.entries.erase(key) > 0;
+    const bool erased = s.entries.erase(key) > 0;
+    s.generation.fetch_add(1, std::memory_order_release);
+    return erased;
 }
 
 void MovaniApplication::clearConfig()
@@ -68,6 +79,7 @@ void MovaniApplication::clearConfig()
     ConfigStore& s = store();
     std::lock_guard<std::mutex> lock(s.mutex);
     s.entries.clear();
+    s.generation.fetch_add(1, std::memory_order_release);
 }
 
 bool MovaniApplication::loadConfig(const std::string& path, std::string* error)
@@ -102,6 +114,7 @@ bool MovaniApplication::loadConfig(const std::string& path, std::string* error)
     std::lock_guard<std::mutex> lock(s.mutex);
     for (const auto& entry : parsed)
         s.entries[entry.first] = entry.second;
+    s.generation.fetch_add(1, std::memory_order_release);
     return true;
 }
 
