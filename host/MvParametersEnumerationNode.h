@@ -36,6 +36,9 @@ private:
     boost::shared_ptr<ChildNodesEntryNode> m_entries;
     std::string m_value;
     long long m_intValue = 0;
+    // Where the last lookup by symbolic name found its entry: views look up the current entry on
+    // every repaint.
+    mutable std::size_t m_lastFound = 0;
 };
 
 } // namespace models

@@ -30,11 +30,20 @@ MvParametersEnumerationNode::getEnumEntryNodes() const
 boost::shared_ptr<MvParametersEnumEntryNode>
 MvParametersEnumerationNode::getEnumEntryNodesEntry(const std::string& symbolic) const
 {
-    // Enumerations hold a handful of entries; a linear walk beats keeping an index up to date.
-    for (const auto& child : m_entries->children()) {
-        auto entry = boost::static_pointer_cast<MvParametersEnumEntryNode>(child);
-        if (entry->getSymbolic() == symbolic)
-            return entry;
+    // Enumerations hold a handful of entries; a linear walk beats keeping an index up to date. Views
+    // ask for the current entry on every repaint: the entry found last is tried first, and the walk
+    // takes no reference until it found the entry.
+    const auto& entries = m_entries->children();
+    auto matches = [&](std::size_t i) {
+        return static_cast<const MvParametersEnumEntryNode&>(*entries[i]).getSymbolic() == symbolic;
+    };
+    if (m_lastFound < entries.size() && matches(m_lastFound))
+        return boost::static_pointer_cast<MvParametersEnumEntryNode>(entries[m_lastFound]);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (matches(i)) {
+            m_lastFound = i;
+            return boost::static_pointer_cast<MvParametersEnumEntryNode>(entries[i]);
+        }
     }
     return boost::shared_ptr<MvParametersEnumEntryNode>();
 }
@@ -42,9 +51,8 @@ MvParametersEnumerationNode::getEnumEntryNodesEntry(const std::string& symbolic)
 boost::shared_ptr<MvParametersEnumEntryNode> MvParametersEnumerationNode::entryByValue(long long value) const
 {
     for (const auto& child : m_entries->children()) {
-        auto entry = boost::static_pointer_cast<MvParametersEnumEntryNode>(child);
-        if (entry->getValue() == value)
-            return entry;
+        if (static_cast<const MvParametersEnumEntryNode&>(*child).getValue() == value)
+            return boost::static_pointer_cast<MvParametersEnumEntryNode>(child);
     }
     return boost::shared_ptr<MvParametersEnumEntryNode>();
 }
