@@ -85,7 +85,18 @@ struct Options
     bool verbose = false;
     std::string figures = "build,sweep,change,paint,open"; // which figures to measure
 
-    bool wants(const char* figure) const { return ("," + figures + ",").find(std::string(",") + figure + ",") != std::string::npos; }
+    std::string sides = "plain,styled,baseline";
+    double levelBudgetMs = 30000; // per side and round of level changes
+
+    bool side(Kind kind) const
+    {
+        const char* name = kind == Plain ? "plain" : kind == Styled ? "styled" : "baseline";
+        return ("," + sides + ",").find(std::string(",") + name + ",") != std::string::npos;
+    }
+    bool wants(const char* figure) const
+    {
+        return ("," + figures + ",").find(std::string(",") + figure + ",") != std::string::npos;
+    }
 };
 
 // ---------------------------------------------------------------------------------------------------
@@ -110,7 +121,10 @@ struct Tree
 #endif
         return memory->model();
     }
-    boost::shared_ptr<MvParametersRootNode> root() const { return model()->root(); }
+    boost::shared_ptr<MvParametersRootNode> root() const
+    {
+        return model()->root();
+    }
 };
 
 #ifdef VORN_BENCH_GENICAM
@@ -204,7 +218,7 @@ struct Rig
 double levelChange(Rig& rig, int level)
 {
     const int seen = rig.paints->count();
-    Stopwatch clock;
+    CpuStopwatch clock;
     rig.changeVisibility(level);
     settleUntilPainted(*rig.paints, seen);
     return clock.ms();
@@ -288,10 +302,15 @@ struct Series
 {
     std::map<Kind, std::vector<double>> values;
     std::map<Kind, std::vector<double>> ratios; // ours / its baseline, per round
+    std::map<Kind, std::string> notes;          // printed after the value
 
     bool has(Kind kind) const { return values.count(kind) && !values.at(kind).empty(); }
     double at(Kind kind) const { return has(kind) ? median(values.at(kind)) : NAN; }
-    double ratio(Kind kind) const { return ratios.count(kind) ? median(ratios.at(kind)) : NAN; }
+    double ratio(Kind kind) const
+    {
+        return ratios.count(kind) && !ratios.at(kind).empty() ? median(ratios.at(kind)) : NAN;
+    }
+    std::string note(Kind kind) const { return notes.count(kind) ? notes.at(kind) : std::string(); }
 };
 
 Kind partnerOf(Kind ours, const std::vector<Kind>& kinds)
@@ -326,11 +345,14 @@ Series sideBySide(int rounds, const std::vector<Kind>& kinds, const std::functio
     return series;
 }
 
+constexpr int levelCount = 5; // visibility levels 0 to 4
+
 struct FigureRow
 {
     std::string name;
     Series series;
-    bool lowerIsBetter = true;
+    // Level changes: the median of each level per side, NaN where a level was not measured.
+    std::map<Kind, std::vector<double>> levels;
 };
 
 struct TreeResult
@@ -351,9 +373,6 @@ struct TreeResult
     }
 };
 
-const std::vector<Kind> modelKinds{Plain, Styled, Base};
-const std::vector<Kind> viewKinds{Plain, Styled, Base, BaseCollapsed};
-
 int roundsFor(int rows, int small, int medium, int large, double scale)
 {
     const int n = rows <= 3000 ? small : rows <= 30000 ? medium : large;
@@ -363,6 +382,35 @@ int roundsFor(int rows, int small, int medium, int large, double scale)
 void progress(const char* what, const TreeResult& result)
 {
     std::fprintf(stderr, "  %-22s %s\n", what, result.label.c_str());
+}
+
+// The mean and the slowest of the levels measured, and whether a level is missing.
+struct LevelSummary
+{
+    double mean = NAN;
+    double slowest = NAN;
+    bool partial = false;
+};
+
+LevelSummary summarise(const std::vector<double>& levels, const std::vector<bool>& use)
+{
+    LevelSummary s;
+    double total = 0;
+    int n = 0;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        if (std::isnan(levels[i])) {
+            s.partial = true;
+            continue;
+        }
+        if (!use[i])
+            continue;
+        total += levels[i];
+        ++n;
+        s.slowest = std::isnan(s.slowest) ? levels[i] : std::max(s.slowest, levels[i]);
+    }
+    if (n > 0)
+        s.mean = total / n;
+    return s;
 }
 
 TreeResult measureTree(const Tree& tree, const Options& options)
@@ -377,28 +425,38 @@ TreeResult measureTree(const Tree& tree, const Options& options)
     }
     const int rows = result.rows;
     const double scale = options.repsScale;
+    std::vector<Kind> modelKinds;
+    for (Kind kind : {Plain, Styled, Base})
+        if (options.side(kind))
+            modelKinds.push_back(kind);
+    std::vector<Kind> viewKinds = modelKinds;
+    if (options.side(Base))
+        viewKinds.push_back(BaseCollapsed);
 
     // 1 and 2: build, with the heap and resident set it adds.
     if (options.wants("build")) {
-    progress("build and memory", result);
-    Series heap;
-    Series rss;
-    Series buildTimes = sideBySide(roundsFor(rows, 11, 7, 2, scale), modelKinds, [&](Kind kind) {
-        MemoryProbe memory;
-        Stopwatch clock;
-        Built built = build(kind, tree);
-        const double ms = clock.ms();
-        heap.values[kind].push_back(memory.heapGrowth() / rows);
-        rss.values[kind].push_back(memory.rssGrowth() / rows);
-        return ms;
-    });
-    for (Kind kind : {Plain, Styled}) {
-        heap.ratios[kind].push_back(heap.at(kind) / heap.at(Base));
-        rss.ratios[kind].push_back(rss.at(kind) / rss.at(Base));
-    }
-    result.figures.push_back({"build (ms)", buildTimes});
-    result.figures.push_back({"heap per row (B)", heap});
-    result.figures.push_back({"RSS per row (B)", rss});
+        progress("build and memory", result);
+        Series heap;
+        Series rss;
+        Series buildTimes = sideBySide(roundsFor(rows, 11, 7, 2, scale), modelKinds, [&](Kind kind) {
+            MemoryProbe memory;
+            CpuStopwatch clock;
+            Built built = build(kind, tree);
+            const double ms = clock.ms();
+            heap.values[kind].push_back(memory.heapGrowth() / rows);
+            rss.values[kind].push_back(memory.rssGrowth() / rows);
+            return ms;
+        });
+        for (Kind kind : {Plain, Styled}) {
+            if (heap.has(kind) && heap.has(Base)) {
+                heap.ratios[kind].push_back(heap.at(kind) / heap.at(Base));
+                rss.ratios[kind].push_back(rss.at(kind) / rss.at(Base));
+            }
+        }
+        result.figures.push_back({"build (ms)", buildTimes, {}});
+        result.figures.push_back({"heap per row (B)", heap, {}});
+        if (rows >= 1000) // a few pages say nothing about a small tree
+            result.figures.push_back({"RSS per row (B)", rss, {}});
     }
 
     // 3: one data() sweep over every cell, on models built once.
@@ -407,56 +465,79 @@ TreeResult measureTree(const Tree& tree, const Options& options)
         std::map<Kind, Built> built;
         for (Kind kind : modelKinds)
             built[kind] = build(kind, tree);
-        sweep(built[Plain].itemModel()); // the styled rows fill their details tool tips on first display
-        sweep(built[Styled].itemModel());
+        for (Kind kind : modelKinds) // the first sweep fills what rows keep (the styled details tool tips)
+            sweep(built[kind].itemModel());
         long long sink = 0;
         Series sweeps = sideBySide(roundsFor(rows, 11, 7, 2, scale), modelKinds, [&](Kind kind) {
-            Stopwatch clock;
+            CpuStopwatch clock;
             sink += isOurs(kind) ? ourSweep(built[kind].itemModel()) : baselineSweep(built[kind].itemModel());
             return clock.ms();
         });
         if (sink < 0)
             std::fprintf(stderr, "%lld\n", sink);
-        result.figures.push_back({"data sweep (ms)", sweeps});
+        result.figures.push_back({"data sweep (ms)", sweeps, {}});
     }
 
-    // 4: changeVisibility through every level on a fully expanded view.
+    // 4: changeVisibility through every level on a fully expanded view. A side whose level changes of
+    // one round have taken longer than the budget skips the levels left in that round.
     if (options.wants("change")) {
         progress("changeVisibility", result);
-        Series mean;
-        Series worst;
-        const int levels[] = {0, 1, 2, 3, 4};
         std::map<Kind, Built> built;
         for (Kind kind : modelKinds)
             built[kind] = build(kind, tree);
         std::map<Kind, std::unique_ptr<Rig>> rigs;
         for (Kind kind : modelKinds)
             rigs[kind] = showView(kind, built[kind], Expansion::All);
-        Series sums = sideBySide(roundsFor(rows, 5, 3, 1, scale), modelKinds, [&](Kind kind) {
+        std::map<Kind, std::vector<std::vector<double>>> samples;
+        sideBySide(roundsFor(rows, 5, 3, 1, scale), modelKinds, [&](Kind kind) {
             Rig& rig = *rigs[kind];
-            double total = 0;
-            double slowest = 0;
-            for (int level : levels) {
+            auto& perLevel = samples[kind];
+            perLevel.resize(levelCount);
+            double spent = 0;
+            for (int level = 0; level < levelCount; ++level) {
+                if (spent > options.levelBudgetMs)
+                    break;
                 rig.view->expandAll(); // rows that came back are collapsed in every view
                 for (int i = 0; i < 5; ++i)
                     QCoreApplication::processEvents();
                 const double ms = isOurs(kind) ? ourLevelChange(rig, level) : baselineLevelChange(rig, level);
-                total += ms;
-                slowest = std::max(slowest, ms);
+                perLevel[level].push_back(ms);
+                spent += ms;
                 if (options.verbose)
                     std::fprintf(stderr, "    %s: level %d in %.1f ms\n", kindName(kind), level, ms);
             }
-            mean.values[kind].push_back(total / std::size(levels));
-            worst.values[kind].push_back(slowest);
-            return total;
+            return spent;
         });
-        for (Kind kind : {Plain, Styled}) {
-            mean.ratios[kind] = sums.ratios[kind];
-            for (std::size_t i = 0; i < worst.values[kind].size(); ++i)
-                worst.ratios[kind].push_back(worst.values[kind][i] / worst.values[Base][i]);
+        FigureRow mean{"changeVisibility, mean (ms)", {}, {}};
+        FigureRow slowest{"changeVisibility, slowest (ms)", {}, {}};
+        for (Kind kind : modelKinds) {
+            std::vector<double> medians;
+            for (const auto& levelSamples : samples[kind])
+                medians.push_back(levelSamples.empty() ? NAN : median(levelSamples));
+            mean.levels[kind] = slowest.levels[kind] = medians;
         }
-        result.figures.push_back({"changeVisibility, mean (ms)", mean});
-        result.figures.push_back({"changeVisibility, slowest (ms)", worst});
+        const std::vector<bool> all(levelCount, true);
+        for (Kind kind : modelKinds) {
+            const LevelSummary own = summarise(mean.levels[kind], all);
+            mean.series.values[kind].push_back(own.mean);
+            slowest.series.values[kind].push_back(own.slowest);
+            if (own.partial) {
+                mean.series.notes[kind] = slowest.series.notes[kind] = "*";
+            }
+            if (!isOurs(kind) || !mean.levels.count(Base))
+                continue;
+            // Ratios over the levels both sides measured.
+            std::vector<bool> common(levelCount);
+            for (int level = 0; level < levelCount; ++level)
+                common[level] =
+                    !std::isnan(mean.levels[kind][level]) && !std::isnan(mean.levels[Base][level]);
+            const LevelSummary a = summarise(mean.levels[kind], common);
+            const LevelSummary b = summarise(mean.levels[Base], common);
+            mean.series.ratios[kind].push_back(a.mean / b.mean);
+            slowest.series.ratios[kind].push_back(a.slowest / b.slowest);
+        }
+        result.figures.push_back(mean);
+        result.figures.push_back(slowest);
     }
 
     // 5: first paint of a new view, expanded as the model asks.
@@ -467,14 +548,14 @@ TreeResult measureTree(const Tree& tree, const Options& options)
             built[kind] = build(kind, tree);
         Series paint = sideBySide(roundsFor(rows, 7, 5, 1, scale), viewKinds, [&](Kind kind) {
             const Built& model = built[kind == BaseCollapsed ? Base : kind];
-            Stopwatch clock;
+            CpuStopwatch clock;
             auto rig = showView(kind, model, Expansion::AsModelAsks);
             const double ms = clock.ms();
             rig.reset();
             QCoreApplication::processEvents();
             return ms;
         });
-        result.figures.push_back({"first paint (ms)", paint});
+        result.figures.push_back({"first paint (ms)", paint, {}});
     }
 
 #ifdef VORN_BENCH_GENICAM
@@ -488,7 +569,7 @@ TreeResult measureTree(const Tree& tree, const Options& options)
                 return static_cast<double>(NAN);
             Tree opened;
             opened.camera = camera;
-            Built built = build(kind, opened);
+            Built built = build(kind == BaseCollapsed ? Base : kind, opened);
             auto rig = showView(kind, built, Expansion::AsModelAsks);
             const double ms = clock.ms();
             rig.reset();
@@ -605,19 +686,21 @@ std::string cpuModel()
 
 void printFigureTable(const std::vector<TreeResult>& results)
 {
-    std::printf("| tree | rows | figure | plain | styled | baseline | plain / baseline | styled / baseline |\n");
+    std::printf(
+        "| tree | rows | figure | plain | styled | baseline | plain / baseline | styled / baseline |\n");
     std::printf("|---|---:|---|---:|---:|---:|---:|---:|\n");
     for (const auto& r : results) {
         bool first = true;
         for (const auto& f : r.figures) {
             const Series& s = f.series;
-            std::string baseline = number(s.at(Base));
+            std::string baseline = number(s.at(Base)) + s.note(Base);
             if (s.has(BaseCollapsed))
                 baseline += " / " + number(s.at(BaseCollapsed));
             std::printf("| %s | %s | %s | %s | %s | %s | %s | %s |\n", first ? r.label.c_str() : "",
-                        first ? withThousands(r.rows).c_str() : "", f.name.c_str(), number(s.at(Plain)).c_str(),
-                        number(s.at(Styled)).c_str(), baseline.c_str(), ratio(s.ratio(Plain)).c_str(),
-                        ratio(s.ratio(Styled)).c_str());
+                        first ? withThousands(r.rows).c_str() : "", f.name.c_str(),
+                        (number(s.at(Plain)) + s.note(Plain)).c_str(),
+                        (number(s.at(Styled)) + s.note(Styled)).c_str(), baseline.c_str(),
+                        ratio(s.ratio(Plain)).c_str(), ratio(s.ratio(Styled)).c_str());
             first = false;
         }
     }
@@ -644,11 +727,22 @@ void printGrowth(const std::vector<TreeResult>& results)
         const FigureRow* g = small->figure(f.name);
         if (!g || f.name.find("per row") != std::string::npos)
             continue;
-        auto growth = [&](Kind k) {
-            return f.series.has(k) && g->series.has(k) ? number(f.series.at(k) / g->series.at(k)) + "x" : "–";
+        auto growth = [&](Kind k) -> std::string {
+            if (!f.series.has(k) || !g->series.has(k))
+                return "–";
+            if (!f.levels.count(k) || !g->levels.count(k))
+                return number(f.series.at(k) / g->series.at(k)) + "x";
+            // Level changes: over the levels measured at both sizes.
+            std::vector<bool> common(levelCount);
+            for (int level = 0; level < levelCount; ++level)
+                common[level] = !std::isnan(f.levels.at(k)[level]) && !std::isnan(g->levels.at(k)[level]);
+            const LevelSummary a = summarise(f.levels.at(k), common);
+            const LevelSummary b = summarise(g->levels.at(k), common);
+            const bool slowest = f.name.find("slowest") != std::string::npos;
+            return number(slowest ? a.slowest / b.slowest : a.mean / b.mean) + "x" + f.series.note(k);
         };
-        std::printf("| %s | %s | %s | %s | %s |\n", f.name.c_str(), growth(Plain).c_str(), growth(Styled).c_str(),
-                    growth(Base).c_str(), growth(BaseCollapsed).c_str());
+        std::printf("| %s | %s | %s | %s | %s |\n", f.name.c_str(), growth(Plain).c_str(),
+                    growth(Styled).c_str(), growth(Base).c_str(), growth(BaseCollapsed).c_str());
     }
 }
 
@@ -661,13 +755,15 @@ void printOpenToPaint(const std::vector<TreeResult>& results)
         return;
     std::printf("\nGenICam, from opening the device through our backend to the first frame (ms; target "
                 "under 100):\n\n");
-    std::printf("| device | rows | plain | styled | baseline | baseline, collapsed |\n|---|---:|---:|---:|---:|---:|\n");
+    std::printf("| device | rows | plain | styled | baseline | baseline, collapsed "
+                "|\n|---|---:|---:|---:|---:|---:|\n");
     for (const auto& r : results) {
         if (!r.openToPaint.has(Plain))
             continue;
         const Series& s = r.openToPaint;
         std::printf("| %s | %d | %s | %s | %s | %s |\n", r.label.c_str(), r.rows, number(s.at(Plain)).c_str(),
-                    number(s.at(Styled)).c_str(), number(s.at(Base)).c_str(), number(s.at(BaseCollapsed)).c_str());
+                    number(s.at(Styled)).c_str(), number(s.at(Base)).c_str(),
+                    number(s.at(BaseCollapsed)).c_str());
     }
 }
 
@@ -681,16 +777,21 @@ void printTargets(const std::vector<TreeResult>& results)
         for (Kind k : {Plain, Styled}) {
             const std::string who = std::string(kindName(k)) + ", " + r.label + ": ";
             if (const FigureRow* f = r.figure("build (ms)"))
-                line(f->series.ratio(k) <= 1.0, who + "build / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
+                line(f->series.ratio(k) <= 1.0,
+                     who + "build / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
             if (const FigureRow* f = r.figure("heap per row (B)"))
-                line(f->series.ratio(k) <= 1.0, who + "heap per row / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
+                line(f->series.ratio(k) <= 1.0,
+                     who + "heap per row / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
             if (const FigureRow* f = r.figure("data sweep (ms)"))
-                line(f->series.ratio(k) <= 1.5, who + "data sweep / baseline " + ratio(f->series.ratio(k)) + " (<= 1.5)");
+                line(f->series.ratio(k) <= 1.5,
+                     who + "data sweep / baseline " + ratio(f->series.ratio(k)) + " (<= 1.5)");
             if (r.generated && r.size == 10000)
                 if (const FigureRow* f = r.figure("changeVisibility, slowest (ms)"))
-                    line(f->series.at(k) <= 50, who + "slowest level change " + number(f->series.at(k)) + " ms (<= 50)");
+                    line(f->series.at(k) <= 50,
+                         who + "slowest level change " + number(f->series.at(k)) + " ms (<= 50)");
             if (r.openToPaint.has(k))
-                line(r.openToPaint.at(k) < 100, who + "open to first paint " + number(r.openToPaint.at(k)) + " ms (< 100)");
+                line(r.openToPaint.at(k) < 100,
+                     who + "open to first paint " + number(r.openToPaint.at(k)) + " ms (< 100)");
         }
     }
     const TreeResult* small = generatedOf(results, 10000);
@@ -703,8 +804,9 @@ void printTargets(const std::vector<TreeResult>& results)
             if (!a || !b)
                 continue;
             const double growth = b->series.at(k) / a->series.at(k);
-            line(growth <= linear * 1.5, std::string(kindName(k)) + ": changeVisibility grows " + number(growth) +
-                                              "x from 10,000 to 100,000 (linear " + number(linear) + "x)");
+            line(growth <= linear * 1.5, std::string(kindName(k)) + ": changeVisibility grows " +
+                                             number(growth) + "x from 10,000 to 100,000 (linear " +
+                                             number(linear) + "x)");
         }
     }
 }
@@ -719,10 +821,11 @@ std::vector<int> parseSizes(const char* text)
 
 void usage()
 {
-    std::fprintf(stderr,
-                 "usage: vorn-bench [--sizes 1000,10000,100000] [--no-genicam] [--reps-scale X]\n"
-                 "                  [--layout interleaved|clustered] [--figures build,sweep,change,paint,open]\n"
-                 "                  [--verbose]\n");
+    std::fprintf(
+        stderr,
+        "usage: vorn-bench [--sizes 1000,10000,100000] [--no-genicam] [--reps-scale X]\n"
+        "                  [--layout interleaved|clustered] [--figures build,sweep,change,paint,open]\n"
+        "                  [--sides plain,styled,baseline] [--level-budget seconds] [--verbose]\n");
 }
 
 } // namespace
@@ -745,6 +848,10 @@ int main(int argc, char** argv)
             options.sizes = parseSizes(argv[++i]);
         else if (arg == "--figures" && i + 1 < argc)
             options.figures = argv[++i];
+        else if (arg == "--sides" && i + 1 < argc)
+            options.sides = argv[++i];
+        else if (arg == "--level-budget" && i + 1 < argc)
+            options.levelBudgetMs = 1000 * std::atof(argv[++i]);
         else if (arg == "--verbose")
             options.verbose = true;
         else if (arg == "--no-genicam")
@@ -766,7 +873,7 @@ int main(int argc, char** argv)
     {
         Tree warmUp;
         warmUp.memory = example::buildGeneratedTree(200, options.layout);
-        for (Kind kind : modelKinds) {
+        for (Kind kind : {Plain, Styled, Base}) {
             Built built = build(kind, warmUp);
             sweep(built.itemModel());
             auto rig = showView(kind, built, Expansion::AsModelAsks);
@@ -795,7 +902,8 @@ int main(int argc, char** argv)
         for (const std::string& path : paths) {
             Tree tree;
             tree.path = path;
-            tree.label = path.empty() ? "Aravis simulated camera" : QFileInfo(QString::fromStdString(path)).fileName().toStdString();
+            tree.label = path.empty() ? "Aravis simulated camera"
+                                      : QFileInfo(QString::fromStdString(path)).fileName().toStdString();
             std::fprintf(stderr, "%s\n", tree.label.c_str());
             tree.camera = openCamera(path);
             if (!tree.camera)
@@ -806,19 +914,20 @@ int main(int argc, char** argv)
 #endif
 
     std::printf("# Benchmark results\n\n");
-    std::printf("%s, %u cores (%s), %s, Qt %s, %s build%s.\n\n",
-                QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")).toUtf8().constData(),
-                std::thread::hardware_concurrency(), cpuModel().c_str(),
-                QSysInfo::prettyProductName().toUtf8().constData(), qVersion(),
+    std::printf(
+        "%s, %u cores (%s), %s, Qt %s, %s build%s.\n\n",
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")).toUtf8().constData(),
+        std::thread::hardware_concurrency(), cpuModel().c_str(),
+        QSysInfo::prettyProductName().toUtf8().constData(), qVersion(),
 #ifdef NDEBUG
-                "release",
+        "release",
 #else
-                "debug",
+        "debug",
 #endif
 #ifdef VORN_BENCH_DELEGATE
-                ", our views with our item delegate"
+        ", our views with our item delegate"
 #else
-                ""
+        ""
 #endif
     );
     std::printf("Medians of the rounds; ratios are taken per round, ours and the baseline measured one "
@@ -828,7 +937,7 @@ int main(int argc, char** argv)
                 "model (checked cell by cell: %d cells, %d differ), under a QSortFilterProxyModel with "
                 "the same visibility rule, in a QTreeView. Views are 800x600 on the offscreen platform.\n\n",
                 options.layout == example::VisibilityLayout::Clustered ? "clustered as in real devices"
-                                                                         : "interleaved row by row",
+                                                                       : "interleaved row by row",
                 check.first, check.second);
     std::printf("- build: root node, model and every row; baseline: the model and every item.\n"
                 "- heap / RSS per row: what a build adds (malloc's bytes in use; resident set), per row.\n"

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <malloc.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,6 +18,7 @@
 namespace vorn {
 namespace bench {
 
+// Wall-clock time.
 class Stopwatch
 {
 public:
@@ -25,6 +27,24 @@ public:
 
 private:
     QElapsedTimer m_timer;
+};
+
+// CPU time of the calling thread: on a machine shared with other work, the time a step took while it
+// ran, not while it waited for a core.
+class CpuStopwatch
+{
+public:
+    CpuStopwatch() : m_start(now()) {}
+    double ms() const { return (now() - m_start) / 1e6; }
+
+private:
+    static double now()
+    {
+        timespec t{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+        return t.tv_sec * 1e9 + t.tv_nsec;
+    }
+    double m_start;
 };
 
 inline double median(std::vector<double> values)
