@@ -39,7 +39,11 @@ public:
 
     boost::shared_ptr<Qt4AbstractModelNode> rootNode() const { return m_root; }
     // The node behind an index of this model; null for an invalid index.
-    Qt4AbstractModelNode* nodeFromIndex(const QModelIndex& index) const;
+    Qt4AbstractModelNode* nodeFromIndex(const QModelIndex& index) const
+    {
+        Q_ASSERT(!index.isValid() || index.model() == this);
+        return index.isValid() ? static_cast<Qt4AbstractModelNode*>(index.internalPointer()) : nullptr;
+    }
     QModelIndex indexOfNode(const Qt4AbstractModelNode* node, int column = 0) const;
 
     // Calls setupNode() on each node and tells views that their rows changed, as one dataChanged

@@ -26,7 +26,8 @@ public:
     // Called once a shared pointer owns a newly made node.
     void postConstruct();
 
-    boost::shared_ptr<GenericModelNode> node() const { return m_node; }
+    // Rows read their node on every data() call: a reference, so that reading takes no atomic count.
+    const boost::shared_ptr<GenericModelNode>& node() const { return m_node; }
     // The generic node given as parent to the four-argument constructor (empty otherwise).
     boost::shared_ptr<GenericModelNode> parentGenericNode() const { return m_parentNode; }
     const boost::any& extra() const { return m_extra; }

@@ -55,7 +55,7 @@ QVariant Qt4ParametersBooleanNode::dataCheckStateRole(int column)
 
 bool Qt4ParametersBooleanNode::isUserCheckable(int column)
 {
-    return column == 1 && rows::booleanOf(node())->getDataValid();
+    return column == 1 && rows::booleanAt(node()).getDataValid();
 }
 
 } // namespace core

@@ -26,7 +26,7 @@ Qt4ParametersCategoryNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersCategoryNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_font = rows::boldFont();
+    m_font = rows::rowFonts().bold;
 }
 
 QVariant Qt4ParametersCategoryNode::dataFontRole(int column)

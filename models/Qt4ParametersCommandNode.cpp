@@ -58,7 +58,7 @@ void Qt4ParametersCommandNode::postInsert()
     Q_ASSERT(command);
     m_cache->text = rows::text(command->getDisplayName());
     m_cache->toolTip = rows::text(command->getToolTip());
-    m_cache->font = QApplication::font();
+    m_cache->font = rows::rowFonts().plain;
     m_cache->icon = rows::typeIcon(":/parameters/command.png");
 }
 
@@ -74,7 +74,7 @@ QVariant Qt4ParametersCommandNode::dataDecorationRole(int column)
 
 QVariant Qt4ParametersCommandNode::dataFontRole(int column)
 {
-    return column == 0 ? QVariant(m_cache->font) : QVariant();
+    return column == 0 ? m_cache->font : QVariant();
 }
 
 QVariant Qt4ParametersCommandNode::dataToolTipRole(int)

@@ -2,7 +2,6 @@
 
 #include "models/Qt4ParametersModelNode.h"
 
-#include <QFont>
 #include <QObject>
 
 namespace vorn {
@@ -56,7 +55,7 @@ private:
     {
         QVariant text;
         QVariant toolTip;
-        QFont font;
+        QVariant font;
         QVariant icon;
     };
     boost::shared_ptr<DisplayCache> m_cache;

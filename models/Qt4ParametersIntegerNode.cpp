@@ -54,8 +54,7 @@ QVariant Qt4ParametersIntegerNode::dataDecorationRole(int column)
 
 QVariant Qt4ParametersIntegerNode::dataFontRole(int column)
 {
-    return column == 1 ? rows::integerValueFont<MvParametersIntegerNode>(node())
-                       : QVariant(QApplication::font());
+    return column == 1 ? rows::integerValueFont<MvParametersIntegerNode>(node()) : rows::rowFonts().plain;
 }
 
 QVariant Qt4ParametersIntegerNode::dataCheckStateRole(int column)

@@ -14,6 +14,8 @@
 
 #include <QSize>
 
+#include <boost/make_shared.hpp>
+
 namespace vorn {
 namespace core {
 
@@ -22,7 +24,8 @@ using namespace models;
 Qt4ParametersModelNode::Qt4ParametersModelNode(boost::shared_ptr<GenericModel> model,
                                                boost::shared_ptr<GenericModelNode> node,
                                                const boost::any& data)
-    : Qt4GenericModelNode(std::move(model), std::move(node), data), m_values(new std::array<QVariant, 2>())
+    : Qt4GenericModelNode(std::move(model), std::move(node), data),
+      m_values(boost::make_shared<std::array<QVariant, 2>>())
 {}
 
 Qt4ParametersModelNode::Qt4ParametersModelNode(boost::shared_ptr<GenericModel> model,
@@ -30,7 +33,7 @@ Qt4ParametersModelNode::Qt4ParametersModelNode(boost::shared_ptr<GenericModel> m
                                                boost::shared_ptr<GenericModelNode> parentNode,
                                                const boost::any& data)
     : Qt4GenericModelNode(std::move(model), std::move(node), std::move(parentNode), data),
-      m_values(new std::array<QVariant, 2>())
+      m_values(boost::make_shared<std::array<QVariant, 2>>())
 {}
 
 Qt4ParametersModelNode::Qt4ParametersModelNode(const Qt4ParametersModelNode& other) = default;
@@ -58,19 +61,19 @@ QVariant Qt4ParametersModelNode::dataDisplayRole(int column)
 {
     if (column != 0 || !node())
         return QVariant();
-    return rows::text(entry()->getDisplayName());
+    return rows::text(rows::nodeAs<MvParametersEntryNode>(node()).getDisplayName());
 }
 
 QVariant Qt4ParametersModelNode::dataFontRole(int column)
 {
-    return column == 1 ? rows::boldFont() : QApplication::font();
+    return column == 1 ? rows::rowFonts().bold : rows::rowFonts().plain;
 }
 
 QVariant Qt4ParametersModelNode::dataToolTipRole(int)
 {
     if (!node())
         return QVariant();
-    return rows::text(entry()->getToolTip());
+    return rows::text(rows::nodeAs<MvParametersEntryNode>(node()).getToolTip());
 }
 
 QVariant Qt4ParametersModelNode::dataSizeHintRole(int)
@@ -80,12 +83,12 @@ QVariant Qt4ParametersModelNode::dataSizeHintRole(int)
 
 bool Qt4ParametersModelNode::isEnabled(int column)
 {
-    return column == 0 || (node() && rows::valueEditable(*entry()));
+    return column == 0 || (node() && rows::valueEditable(rows::nodeAs<MvParametersEntryNode>(node())));
 }
 
 bool Qt4ParametersModelNode::isReadOnly(int column)
 {
-    return column == 0 || !node() || !rows::valueEditable(*entry());
+    return column == 0 || !node() || !rows::valueEditable(rows::nodeAs<MvParametersEntryNode>(node()));
 }
 
 bool Qt4ParametersModelNode::isSelectable(int)

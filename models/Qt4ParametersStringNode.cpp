@@ -36,7 +36,7 @@ QVariant Qt4ParametersStringNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4ParametersModelNode::dataDisplayRole(column);
-    return rows::text(boost::static_pointer_cast<models::MvParametersStringNode>(node())->getNodeValue());
+    return rows::text(rows::nodeAs<models::MvParametersStringNode>(node()).getNodeValue());
 }
 
 QVariant Qt4ParametersStringNode::dataDecorationRole(int column)
@@ -46,7 +46,7 @@ QVariant Qt4ParametersStringNode::dataDecorationRole(int column)
 
 QVariant Qt4ParametersStringNode::dataFontRole(int column)
 {
-    return column == 1 ? rows::fixedBoldFont() : QApplication::font();
+    return column == 1 ? rows::rowFonts().fixedBold : rows::rowFonts().plain;
 }
 
 } // namespace core

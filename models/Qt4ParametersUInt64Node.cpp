@@ -54,8 +54,7 @@ QVariant Qt4ParametersUInt64Node::dataDecorationRole(int column)
 
 QVariant Qt4ParametersUInt64Node::dataFontRole(int column)
 {
-    return column == 1 ? rows::integerValueFont<MvParametersUInt64Node>(node())
-                       : QVariant(QApplication::font());
+    return column == 1 ? rows::integerValueFont<MvParametersUInt64Node>(node()) : rows::rowFonts().plain;
 }
 
 QVariant Qt4ParametersUInt64Node::dataCheckStateRole(int column)

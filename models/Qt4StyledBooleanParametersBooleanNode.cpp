@@ -36,7 +36,7 @@ void Qt4StyledBooleanParametersBooleanNode::setCheckedState(int, Qt::CheckState 
 
 QVariant Qt4StyledBooleanParametersBooleanNode::dataDisplayRole(int column)
 {
-    if (column == 1 && !rows::booleanOf(node())->getDataValid())
+    if (column == 1 && !rows::booleanAt(node()).getDataValid())
         return QString();
     return Qt4StyledBooleanParametersModelNode::dataDisplayRole(column);
 }
@@ -48,10 +48,10 @@ QVariant Qt4StyledBooleanParametersBooleanNode::dataDecorationRole(int)
 
 QVariant Qt4StyledBooleanParametersBooleanNode::dataFontRole(int column)
 {
-    auto b = rows::booleanOf(node());
-    if (column == 0 && b->getDataValid() && b->getValueSet())
-        return rows::boldFont();
-    return QApplication::font();
+    const auto& b = rows::booleanAt(node());
+    if (column == 0 && b.getDataValid() && b.getValueSet())
+        return rows::rowFonts().bold;
+    return rows::rowFonts().plain;
 }
 
 QVariant Qt4StyledBooleanParametersBooleanNode::dataCheckStateRole(int column)

@@ -28,7 +28,7 @@ void Qt4StyledBooleanParametersCategoryNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
     m_text = rows::styledName(node(), 0);
-    m_font = rows::boldFont();
+    m_font = rows::rowFonts().bold;
 }
 
 QVariant Qt4StyledBooleanParametersCategoryNode::dataDisplayRole(int column)
@@ -38,7 +38,7 @@ QVariant Qt4StyledBooleanParametersCategoryNode::dataDisplayRole(int column)
 
 QVariant Qt4StyledBooleanParametersCategoryNode::dataFontRole(int column)
 {
-    return column == 0 ? m_font : QVariant(QApplication::font());
+    return column == 0 ? m_font : rows::rowFonts().plain;
 }
 
 QVariant Qt4StyledBooleanParametersCategoryNode::dataBackgroundRole(int column)

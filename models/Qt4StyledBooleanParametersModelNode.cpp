@@ -47,7 +47,7 @@ QVariant Qt4StyledBooleanParametersModelNode::dataDisplayRole(int column)
 
 QVariant Qt4StyledBooleanParametersModelNode::dataFontRole(int)
 {
-    return QApplication::font();
+    return rows::rowFonts().plain;
 }
 
 QVariant Qt4StyledBooleanParametersModelNode::dataToolTipRole(int)

@@ -53,7 +53,7 @@ QVariant Qt4StyledParametersBooleanNode::dataCheckStateRole(int column)
 
 bool Qt4StyledParametersBooleanNode::isUserCheckable(int column)
 {
-    return column == 1 && rows::booleanOf(node())->getDataValid();
+    return column == 1 && rows::booleanAt(node()).getDataValid();
 }
 
 } // namespace core

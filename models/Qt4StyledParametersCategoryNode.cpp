@@ -29,7 +29,7 @@ void Qt4StyledParametersCategoryNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
     m_text = rows::styledName(node(), 0);
-    m_font = rows::boldFont();
+    m_font = rows::rowFonts().bold;
 }
 
 QVariant Qt4StyledParametersCategoryNode::dataDisplayRole(int column)
@@ -39,7 +39,7 @@ QVariant Qt4StyledParametersCategoryNode::dataDisplayRole(int column)
 
 QVariant Qt4StyledParametersCategoryNode::dataFontRole(int column)
 {
-    return column == 0 ? m_font : QVariant(QApplication::font());
+    return column == 0 ? m_font : rows::rowFonts().plain;
 }
 
 QVariant Qt4StyledParametersCategoryNode::dataSizeHintRole(int column)

@@ -42,8 +42,7 @@ QVariant Qt4StyledParametersIntegerNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4StyledParametersModelNode::dataDisplayRole(column);
-    return rows::styledIntegerDisplay<MvParametersIntegerNode>(node(), rows::IndexRowPlace::AfterName,
-                                                               m_details);
+    return rows::styledIntegerDisplay<MvParametersIntegerNode>(node(), m_details);
 }
 
 QVariant Qt4StyledParametersIntegerNode::dataDecorationRole(int column)
@@ -61,7 +60,10 @@ QVariant Qt4StyledParametersIntegerNode::dataFontRole(int column)
 // Empty until the value column has been shown once.
 QVariant Qt4StyledParametersIntegerNode::dataToolTipRole(int)
 {
-    return m_details;
+    if (!node())
+        return QVariant();
+    return rows::integerDetails(m_details, rows::integerOf<MvParametersIntegerNode>(node()).getName(),
+                                rows::IndexRowPlace::AfterName);
 }
 
 QVariant Qt4StyledParametersIntegerNode::dataCheckStateRole(int column)

@@ -54,7 +54,7 @@ QVariant Qt4StyledParametersModelNode::dataDisplayRole(int column)
 
 QVariant Qt4StyledParametersModelNode::dataFontRole(int)
 {
-    return QApplication::font();
+    return rows::rowFonts().plain;
 }
 
 QVariant Qt4StyledParametersModelNode::dataToolTipRole(int)

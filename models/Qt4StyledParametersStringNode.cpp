@@ -35,7 +35,7 @@ QVariant Qt4StyledParametersStringNode::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4StyledParametersModelNode::dataDisplayRole(column);
-    return rows::text(boost::static_pointer_cast<models::MvParametersStringNode>(node())->getNodeValue());
+    return rows::text(rows::nodeAs<models::MvParametersStringNode>(node()).getNodeValue());
 }
 
 QVariant Qt4StyledParametersStringNode::dataDecorationRole(int column)
@@ -45,7 +45,7 @@ QVariant Qt4StyledParametersStringNode::dataDecorationRole(int column)
 
 QVariant Qt4StyledParametersStringNode::dataFontRole(int column)
 {
-    return column == 1 ? rows::fixedBoldFont() : Qt4StyledParametersModelNode::dataFontRole(column);
+    return column == 1 ? rows::rowFonts().fixedBold : Qt4StyledParametersModelNode::dataFontRole(column);
 }
 
 } // namespace core

@@ -42,8 +42,7 @@ QVariant Qt4StyledParametersUInt64Node::dataDisplayRole(int column)
 {
     if (column != 1)
         return Qt4StyledParametersModelNode::dataDisplayRole(column);
-    return rows::styledIntegerDisplay<MvParametersUInt64Node>(node(), rows::IndexRowPlace::BeforeName,
-                                                              m_details);
+    return rows::styledIntegerDisplay<MvParametersUInt64Node>(node(), m_details);
 }
 
 QVariant Qt4StyledParametersUInt64Node::dataDecorationRole(int column)
@@ -61,7 +60,10 @@ QVariant Qt4StyledParametersUInt64Node::dataFontRole(int column)
 // Empty until the value column has been shown once.
 QVariant Qt4StyledParametersUInt64Node::dataToolTipRole(int)
 {
-    return m_details;
+    if (!node())
+        return QVariant();
+    return rows::integerDetails(m_details, rows::integerOf<MvParametersUInt64Node>(node()).getName(),
+                                rows::IndexRowPlace::BeforeName);
 }
 
 QVariant Qt4StyledParametersUInt64Node::dataCheckStateRole(int column)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "models/IntegerDetails.h"
 #include "models/Qt4StyledParametersModelNode.h"
 
 namespace vorn {
@@ -31,8 +32,8 @@ public:
 
 private:
     QVariant m_icon;
-    // Rewritten each time the value column is displayed.
-    QVariant m_details;
+    // What the value column showed last, for the details tool tip.
+    rows::IntegerDetails<unsigned long long> m_details;
 };
 
 } // namespace core

@@ -2,6 +2,7 @@
 
 // Behaviour shared by the rows of the styled and the styled boolean model families.
 
+#include "models/IntegerDetails.h"
 #include "models/IntegerRowSupport.h"
 
 #include "host/MovaniApplication.h"
@@ -19,48 +20,72 @@ inline const char* integerViewModeKey()
     return "gui.preferences.gui.params.integer.viewmode";
 }
 
-inline QString fieldPrefix(bool isField, int index)
-{
-    return isField ? QStringLiteral("[%1] ").arg(index) : QString();
-}
-
 // Rows of the details tool tip, in the order the row class shows them.
 enum class IndexRowPlace { AfterName, BeforeName };
 
-template <class Node> QString integerDetailsToolTip(const Node& n, IndexRowPlace place)
+template <class T>
+QString integerDetailsToolTip(const std::string& name, bool isField, int fieldIndex, T value,
+                              IndexRowPlace place)
 {
     const QString nameRow =
-        QStringLiteral("<tr><td><b>Name:</b></td><td>%1</td></tr>").arg(text(n.getName()));
-    const QString indexRow =
-        n.getIsField()
-            ? QStringLiteral("<tr><td><b>Index:</b></td><td>%1</td></tr>").arg(n.getCurrentFieldIndex())
-            : QString();
-    const auto value = n.getNodeValue();
-    QString result = QStringLiteral("<b><u>Integer Parameter Details</u></b><br><table>");
-    result += place == IndexRowPlace::AfterName ? nameRow + indexRow : indexRow + nameRow;
-    result += QStringLiteral("<tr><td><b>Decimal:</b></td><td>%1</td></tr>").arg(digits(value, 10));
-    result += QStringLiteral("<tr><td><b>Hexadecimal:</b></td><td>0x%1</td></tr>").arg(digits(value, 16));
-    result += QStringLiteral("<tr><td><b>Binary:</b></td><td>0b%1</td></tr>").arg(digits(value, 2));
-    result += QStringLiteral("</table>");
-    return result;
+        QLatin1String("<tr><td><b>Name:</b></td><td>") % latin1(name) % QLatin1String("</td></tr>");
+    const QString indexRow = isField ? QString(QLatin1String("<tr><td><b>Index:</b></td><td>") %
+                                               QString::number(fieldIndex) % QLatin1String("</td></tr>"))
+                                     : QString();
+    return QLatin1String("<b><u>Integer Parameter Details</u></b><br><table>") %
+           (place == IndexRowPlace::AfterName ? nameRow : indexRow) %
+           (place == IndexRowPlace::AfterName ? indexRow : nameRow) %
+           QLatin1String("<tr><td><b>Decimal:</b></td><td>") % digits(value, 10) %
+           QLatin1String("</td></tr>") % QLatin1String("<tr><td><b>Hexadecimal:</b></td><td>0x") %
+           digits(value, 16) % QLatin1String("</td></tr>") %
+           QLatin1String("<tr><td><b>Binary:</b></td><td>0b") % digits(value, 2) %
+           QLatin1String("</td></tr>") % QLatin1String("</table>");
+}
+
+// The details tool tip of a styled integer row, made from what its value column showed last.
+template <class T>
+QVariant integerDetails(IntegerDetails<T>& details, const std::string& name, IndexRowPlace place)
+{
+    return details.toolTip([&](T value, bool isField, int fieldIndex) {
+        return integerDetailsToolTip(name, isField, fieldIndex, value, place);
+    });
+}
+
+// The host's integer view mode, read again only after the host's settings changed: styled integer
+// rows ask on every display of their value. GUI thread only.
+inline int hostIntegerViewMode()
+{
+    static unsigned long long seen = 0;
+    static int mode = 0;
+    static bool read = false;
+    const unsigned long long generation = MovaniApplication::configGeneration();
+    if (!read || generation != seen) {
+        static const std::string key = integerViewModeKey();
+        mode = static_cast<int>(MovaniApplication::getConfigIntEntry(key, 0));
+        seen = generation;
+        read = true;
+    }
+    return mode;
 }
 
 // The value text of a styled integer row. Plain numbers follow the parameter's own view mode, or the
-// host's setting when the parameter leaves it open, and refresh the details tool tip on the way.
+// host's setting when the parameter leaves it open, and are noted for the details tool tip.
 template <class Node>
-QVariant styledIntegerDisplay(const boost::shared_ptr<GenericModelNode>& node, IndexRowPlace place,
-                              QVariant& toolTip)
+QVariant styledIntegerDisplay(const boost::shared_ptr<GenericModelNode>& node,
+                              IntegerDetails<typename Node::ValueType>& details)
 {
-    auto n = integerOf<Node>(node);
-    if (!n->getDataValid())
+    const Node& n = integerOf<Node>(node);
+    if (!n.getDataValid())
         return QString();
-    const QString suffix = unitSuffix(n->getUnit());
-    const auto value = n->getNodeValue();
-    switch (n->getRepresentation()) {
+    const auto value = n.getNodeValue();
+    const std::string& unit = n.getUnit();
+    NumberBuffer buffer;
+    switch (n.getRepresentation()) {
     case models::pirBoolean:
         return QVariant();
     case models::pirHexNumber:
-        return QStringLiteral("0x%1%2").arg(digits(value, 16), suffix);
+        return latin1Text(
+            {QLatin1String("0x"), digitsIn(buffer, value, 16), unitSeparator(unit), latin1(unit)});
     case models::pirIPV4Address:
         return dottedText(value);
     case models::pirMACAddress:
@@ -68,32 +93,43 @@ QVariant styledIntegerDisplay(const boost::shared_ptr<GenericModelNode>& node, I
     default:
         break;
     }
-    toolTip = integerDetailsToolTip(*n, place);
-    int viewMode = n->getViewMode();
+    details.displayed(value, n.getIsField(), n.getCurrentFieldIndex());
+    int viewMode = n.getViewMode();
     if (viewMode == -1)
-        viewMode = static_cast<int>(MovaniApplication::getConfigIntEntry(integerViewModeKey(), 0));
-    const QString prefix = fieldPrefix(n->getIsField(), n->getCurrentFieldIndex());
+        viewMode = hostIntegerViewMode();
+    QLatin1String prefix;
+    QLatin1String number;
     switch (viewMode) {
     case 1:
-        return prefix + QStringLiteral("0x%1%2").arg(digits(value, 16), suffix);
+        prefix = QLatin1String("0x");
+        number = digitsIn(buffer, value, 16);
+        break;
     case 2:
-        return prefix + QStringLiteral("0b%1%2").arg(digits(value, 2), suffix);
+        prefix = QLatin1String("0b");
+        number = digitsIn(buffer, value, 2);
+        break;
     default:
-        return prefix + QStringLiteral("%1%2").arg(digits(value, 10), suffix);
+        number = digitsIn(buffer, value, 10);
+        break;
     }
+    NumberBuffer indexBuffer;
+    const bool field = n.getIsField();
+    return latin1Text({QLatin1String(field ? "[" : ""),
+                       field ? digitsIn(indexBuffer, n.getCurrentFieldIndex(), 10) : QLatin1String(),
+                       QLatin1String(field ? "] " : ""), prefix, number, unitSeparator(unit), latin1(unit)});
 }
 
 // The styled families show plain values in the application font; only hex and addresses use the
 // bold fixed-width font.
 template <class Node> QVariant styledIntegerValueFont(const boost::shared_ptr<GenericModelNode>& node)
 {
-    switch (integerOf<Node>(node)->getRepresentation()) {
+    switch (integerOf<Node>(node).getRepresentation()) {
     case models::pirHexNumber:
     case models::pirIPV4Address:
     case models::pirMACAddress:
-        return fixedBoldFont();
+        return rowFonts().fixedBold;
     default:
-        return QApplication::font();
+        return rowFonts().plain;
     }
 }
 
@@ -102,20 +138,19 @@ inline QVariant styledName(const boost::shared_ptr<GenericModelNode>& node, int 
 {
     if (column != 0 || !node)
         return QVariant();
-    return text(boost::static_pointer_cast<models::MvParametersEntryNode>(node)->getDisplayName());
+    return text(nodeAs<models::MvParametersEntryNode>(node).getDisplayName());
 }
 
 inline QVariant styledToolTip(const boost::shared_ptr<GenericModelNode>& node)
 {
     if (!node)
         return QVariant();
-    return text(boost::static_pointer_cast<models::MvParametersEntryNode>(node)->getToolTip());
+    return text(nodeAs<models::MvParametersEntryNode>(node).getToolTip());
 }
 
 inline bool styledValueEditable(const boost::shared_ptr<GenericModelNode>& node, int column)
 {
-    return column != 0 && node &&
-           valueEditable(*boost::static_pointer_cast<models::MvParametersEntryNode>(node));
+    return column != 0 && node && valueEditable(nodeAs<models::MvParametersEntryNode>(node));
 }
 
 // The bold, left-aligned header the styled models share.

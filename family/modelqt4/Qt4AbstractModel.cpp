@@ -14,14 +14,6 @@ Qt4AbstractModel::Qt4AbstractModel(boost::shared_ptr<Qt4AbstractModelNode> root,
 
 Qt4AbstractModel::~Qt4AbstractModel() = default;
 
-Qt4AbstractModelNode* Qt4AbstractModel::nodeFromIndex(const QModelIndex& index) const
-{
-    if (!index.isValid())
-        return nullptr;
-    Q_ASSERT(index.model() == this);
-    return static_cast<Qt4AbstractModelNode*>(index.internalPointer());
-}
-
 QModelIndex Qt4AbstractModel::indexOfNode(const Qt4AbstractModelNode* node, int column) const
 {
     if (!node || node == m_root.get() || !node->parentNode())
