@@ -1,6 +1,8 @@
 #include "host/VornModelQt4.h"
 
+#if !defined(VORN_FRAME_ONLY)
 #include "host/Qt4AbstractModelNode.h"
+#endif
 
 #include "family/common/UseCount.h"
 
@@ -12,8 +14,10 @@ extern "C" {
 
 void VornModelQt4Init()
 {
+#if !defined(VORN_FRAME_ONLY)
     // Views find row nodes through this meta type; register it before any model answers.
     qRegisterMetaType<vorn::core::Qt4AbstractModelNodePtr>("vorn::core::Qt4AbstractModelNodePtr");
+#endif
     g_useCount.init();
 }
 

@@ -1,0 +1,7 @@
+#include "platform/GuardedSingletonBase.h"
+
+void GuardedSingletonBase::tearDown() {}
+
+GuardedSingletonBase::~GuardedSingletonBase() = default;
+
+void GuardedSingletonBase::initialise() {}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "lib/VornParametersQt4Export.h"
+
+// What the library's LibraryInitController needs of a process-wide singleton in order to destroy it at
+// the library's last deinit. The order of the virtual operations is part of the contract between
+// modules (a singleton may live in another module than the controller), so keep it:
+//   1. tearDown                  - called first, while the object is still whole;
+//   2. instancePointerAddress    - the module-wide pointer to null once the object is gone;
+//   3. the destructor;
+//   4. initialise                - run once by the creator right after construction.
+class VORN_PARAMETERSQT4_API GuardedSingletonBase
+{
+public:
+    virtual void tearDown();
+    virtual GuardedSingletonBase** instancePointerAddress() = 0;
+    virtual ~GuardedSingletonBase();
+    virtual void initialise();
+
+protected:
+    GuardedSingletonBase() = default;
+    GuardedSingletonBase(const GuardedSingletonBase&) = delete;
+    GuardedSingletonBase& operator=(const GuardedSingletonBase&) = delete;
+};

@@ -1,0 +1,8 @@
+// Main of the test programs of the Qt-free frame build: GoogleTest alone.
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
