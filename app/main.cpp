@@ -1,8 +1,10 @@
-// The parameter browser: shows a parameter tree in our tree view. For now it shows the built-in
-// example tree; with no display it renders the window offscreen into a PNG and says where.
+// The parameter browser: shows a parameter tree in our tree view and edits its values in place. For
+// now it shows the built-in example tree; with no display it renders the window offscreen into a PNG
+// and says where.
 
 #include "example/ExampleTree.h"
 
+#include "delegate/Qt4ParametersItemDelegate.h"
 #include "host/Qt4GenericTreeView.h"
 #include "models/Qt4ParametersModel.h"
 #include "models/Qt4ParametersModelNode.h"
@@ -38,10 +40,13 @@ int main(int argc, char** argv)
     auto tree = vorn::example::buildExampleTree();
     auto root = vorn::core::Qt4ParametersModelNode::create(tree->model(), tree->root(), boost::any());
     auto model = vorn::core::Qt4ParametersModel::create(root);
+    // Edits values in place and writes them through the tree's callback; it outlives the view.
+    auto delegate = vorn::core::Qt4ParametersItemDelegate::create();
 
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("Parameter Browser"));
     auto* view = new vorn::core::Qt4GenericTreeView(&window);
+    view->setItemDelegate(delegate.get());
     view->setModel(model.get());
     view->setAlternatingRowColors(true);
     view->header()->resizeSection(0, 300);

@@ -8,7 +8,10 @@
 #include "host/ParameterEnums.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QFont>
+#include <QHash>
+#include <QIcon>
 #include <QString>
 #include <QVariant>
 
@@ -37,6 +40,25 @@ inline QFont boldFont()
     QFont font = QApplication::font();
     font.setWeight(75);
     return font;
+}
+
+// The type icon at a resource path, loaded once. A QIcon made from a file reads the image to learn its
+// sizes, which would dominate building a large model; every row of a kind shares one icon instead.
+// The cache goes with the application, before the platform that backs its pixmaps.
+inline QIcon typeIcon(const char* path)
+{
+    static QHash<const char*, QIcon>* cache = nullptr;
+    if (!cache) {
+        cache = new QHash<const char*, QIcon>();
+        qAddPostRoutine([] {
+            delete cache;
+            cache = nullptr;
+        });
+    }
+    auto it = cache->constFind(path);
+    if (it == cache->constEnd())
+        it = cache->insert(path, QIcon(QString::fromLatin1(path)));
+    return it.value();
 }
 
 // The bold fixed-width font of values that read best in columns (hex, addresses, strings). "Courier"

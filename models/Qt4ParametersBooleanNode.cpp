@@ -5,8 +5,6 @@
 
 #include "host/MvParametersBooleanNode.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -30,7 +28,7 @@ Qt4ParametersBooleanNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersBooleanNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/boolean.png"));
+    m_icon = rows::typeIcon(":/parameters/boolean.png");
 }
 
 void Qt4ParametersBooleanNode::setCheckedState(int, Qt::CheckState state)

@@ -6,7 +6,6 @@
 
 #include "host/MvParametersCommandNode.h"
 
-#include <QIcon>
 #include <QPushButton>
 #include <QSize>
 
@@ -60,7 +59,7 @@ void Qt4ParametersCommandNode::postInsert()
     m_cache->text = rows::text(command->getDisplayName());
     m_cache->toolTip = rows::text(command->getToolTip());
     m_cache->font = QApplication::font();
-    m_cache->icon = QIcon(QStringLiteral(":/parameters/command.png"));
+    m_cache->icon = rows::typeIcon(":/parameters/command.png");
 }
 
 QVariant Qt4ParametersCommandNode::dataDisplayRole(int column)

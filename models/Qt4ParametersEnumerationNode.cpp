@@ -5,8 +5,6 @@
 
 #include "host/MvParametersEnumerationNode.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -30,7 +28,7 @@ Qt4ParametersEnumerationNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersEnumerationNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/enumeration.png"));
+    m_icon = rows::typeIcon(":/parameters/enumeration.png");
 }
 
 QVariant Qt4ParametersEnumerationNode::dataDisplayRole(int column)

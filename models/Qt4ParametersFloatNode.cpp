@@ -5,8 +5,6 @@
 
 #include "host/MvParametersFloatNode.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -30,7 +28,7 @@ Qt4ParametersFloatNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersFloatNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/float.png"));
+    m_icon = rows::typeIcon(":/parameters/float.png");
 }
 
 QVariant Qt4ParametersFloatNode::dataDisplayRole(int column)

@@ -30,7 +30,7 @@ Qt4ParametersIntegerNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersIntegerNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/integer.png"));
+    m_icon = rows::typeIcon(":/parameters/integer.png");
 }
 
 // The framework offers the check box only where isUserCheckable says so; column and representation

@@ -5,8 +5,6 @@
 
 #include "host/MvParametersStringNode.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -30,7 +28,7 @@ Qt4ParametersStringNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4ParametersStringNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/string.png"));
+    m_icon = rows::typeIcon(":/parameters/string.png");
 }
 
 // The text is shown as it stands, whatever the data-valid flag says: a string has no invalid form.

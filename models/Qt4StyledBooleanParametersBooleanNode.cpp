@@ -4,8 +4,6 @@
 #include "models/StyledRowSupport.h"
 #include "models/ValueRowSupport.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -27,7 +25,7 @@ boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode> Qt4StyledBooleanParamet
 void Qt4StyledBooleanParametersBooleanNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/boolean.png"));
+    m_icon = rows::typeIcon(":/parameters/boolean.png");
 }
 
 // Whatever the column: the model has only the one.

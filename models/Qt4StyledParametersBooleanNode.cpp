@@ -3,8 +3,6 @@
 #include "models/RowFactory.h"
 #include "models/ValueRowSupport.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -28,7 +26,7 @@ Qt4StyledParametersBooleanNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4StyledParametersBooleanNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/boolean.png"));
+    m_icon = rows::typeIcon(":/parameters/boolean.png");
 }
 
 void Qt4StyledParametersBooleanNode::setCheckedState(int, Qt::CheckState state)

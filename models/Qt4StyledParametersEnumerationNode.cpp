@@ -3,8 +3,6 @@
 #include "models/RowFactory.h"
 #include "models/ValueRowSupport.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -27,7 +25,7 @@ boost::shared_ptr<Qt4StyledParametersEnumerationNode> Qt4StyledParametersEnumera
 void Qt4StyledParametersEnumerationNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/enumeration.png"));
+    m_icon = rows::typeIcon(":/parameters/enumeration.png");
 }
 
 QVariant Qt4StyledParametersEnumerationNode::dataDisplayRole(int column)

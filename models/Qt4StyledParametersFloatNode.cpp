@@ -3,8 +3,6 @@
 #include "models/RowFactory.h"
 #include "models/ValueRowSupport.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -28,7 +26,7 @@ Qt4StyledParametersFloatNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4StyledParametersFloatNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/float.png"));
+    m_icon = rows::typeIcon(":/parameters/float.png");
 }
 
 QVariant Qt4StyledParametersFloatNode::dataDisplayRole(int column)

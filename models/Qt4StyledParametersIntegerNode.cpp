@@ -30,7 +30,7 @@ using models::MvParametersIntegerNode;
 void Qt4StyledParametersIntegerNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/integer.png"));
+    m_icon = rows::typeIcon(":/parameters/integer.png");
 }
 
 void Qt4StyledParametersIntegerNode::setCheckedState(int, Qt::CheckState state)

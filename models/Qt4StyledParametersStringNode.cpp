@@ -5,8 +5,6 @@
 
 #include "host/MvParametersStringNode.h"
 
-#include <QIcon>
-
 namespace vorn {
 namespace core {
 
@@ -30,7 +28,7 @@ Qt4StyledParametersStringNode::create(boost::shared_ptr<GenericModel> model,
 void Qt4StyledParametersStringNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/string.png"));
+    m_icon = rows::typeIcon(":/parameters/string.png");
 }
 
 QVariant Qt4StyledParametersStringNode::dataDisplayRole(int column)

@@ -30,7 +30,7 @@ using models::MvParametersUInt64Node;
 void Qt4StyledParametersUInt64Node::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_icon = QIcon(QStringLiteral(":/parameters/integer.png"));
+    m_icon = rows::typeIcon(":/parameters/integer.png");
 }
 
 void Qt4StyledParametersUInt64Node::setCheckedState(int, Qt::CheckState state)

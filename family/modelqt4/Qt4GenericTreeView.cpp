@@ -3,6 +3,9 @@
 #include "host/Qt4AbstractModel.h"
 
 #include <QAbstractProxyModel>
+#include <QScrollBar>
+#include <QSet>
+#include <QTimer>
 
 namespace vorn {
 namespace core {
@@ -14,16 +17,24 @@ Qt4GenericTreeView::~Qt4GenericTreeView() = default;
 void Qt4GenericTreeView::setModel(QAbstractItemModel* newModel)
 {
     // Only our own connections go: QTreeView keeps its own on the model.
-    if (QAbstractItemModel* old = model()) {
-        disconnect(old, &QAbstractItemModel::modelReset, this, &Qt4GenericTreeView::onModelReset);
-        disconnect(old, &QAbstractItemModel::layoutChanged, this, &Qt4GenericTreeView::onLayoutChanged);
-    }
+    for (const QMetaObject::Connection& c : qAsConst(m_connections))
+        disconnect(c);
+    m_connections.clear();
+    m_widgetCells.clear();
+    m_changingRows = false;
     QTreeView::setModel(newModel);
     if (!newModel)
         return;
-    // Connected after QTreeView's own handlers, so the view has caught up when these run.
-    connect(newModel, &QAbstractItemModel::modelReset, this, &Qt4GenericTreeView::onModelReset);
-    connect(newModel, &QAbstractItemModel::layoutChanged, this, &Qt4GenericTreeView::onLayoutChanged);
+    // Connected after QTreeView's own handlers, so the view has caught up when these run. The first
+    // range of a batch still reaches QTreeView with the widgets in place; the rest do not.
+    m_connections << connect(newModel, &QAbstractItemModel::modelReset, this,
+                             &Qt4GenericTreeView::onModelReset)
+                  << connect(newModel, &QAbstractItemModel::layoutChanged, this,
+                             &Qt4GenericTreeView::onLayoutChanged)
+                  << connect(newModel, &QAbstractItemModel::rowsAboutToBeInserted, this,
+                             &Qt4GenericTreeView::beginRowChanges)
+                  << connect(newModel, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+                             &Qt4GenericTreeView::beginRowChanges);
     onModelReset();
 }
 
@@ -51,16 +62,35 @@ void Qt4GenericTreeView::applyRowDecorations()
     const int rows = m->rowCount();
     if (rows > 0)
         decorateRows(QModelIndex(), 0, rows - 1);
+    syncIndexWidgets();
 }
 
 void Qt4GenericTreeView::rowsInserted(const QModelIndex& parent, int start, int end)
 {
     QTreeView::rowsInserted(parent, start, end);
+    if (m_changingRows)
+        return;
     decorateRows(parent, start, end);
+    scheduleIndexWidgetSync();
+}
+
+void Qt4GenericTreeView::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    scheduleIndexWidgetSync();
+}
+
+void Qt4GenericTreeView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    if (dy != 0)
+        scheduleIndexWidgetSync();
 }
 
 void Qt4GenericTreeView::onModelReset()
 {
+    m_changingRows = false;
+    m_widgetCells.clear(); // a reset released every widget with its index
     applyInitialExpansion();
     applyRowDecorations();
 }
@@ -69,27 +99,107 @@ void Qt4GenericTreeView::onModelReset()
 // where rows come back, so everything shown is decorated again (rows that kept theirs are skipped).
 void Qt4GenericTreeView::onLayoutChanged()
 {
+    if (m_changingRows)
+        endRowChanges();
+    else
+        applyRowDecorations();
+}
+
+void Qt4GenericTreeView::beginRowChanges()
+{
+    if (m_changingRows)
+        return;
+    m_changingRows = true;
+    releaseIndexWidgets();
+    QTimer::singleShot(0, this, [this] {
+        if (m_changingRows)
+            endRowChanges();
+    });
+}
+
+void Qt4GenericTreeView::endRowChanges()
+{
+    m_changingRows = false;
     applyRowDecorations();
 }
 
+void Qt4GenericTreeView::releaseIndexWidgets()
+{
+    for (const QPersistentModelIndex& cell : qAsConst(m_widgetCells)) {
+        if (cell.isValid() && indexWidget(cell))
+            setIndexWidget(cell, nullptr);
+    }
+    m_widgetCells.clear();
+}
+
+void Qt4GenericTreeView::scheduleIndexWidgetSync()
+{
+    if (m_syncScheduled || !model())
+        return;
+    m_syncScheduled = true;
+    QTimer::singleShot(0, this, [this] {
+        m_syncScheduled = false;
+        if (!m_changingRows)
+            syncIndexWidgets();
+    });
+}
+
+void Qt4GenericTreeView::syncIndexWidgets()
+{
+    QAbstractItemModel* m = model();
+    if (!m || m_changingRows)
+        return;
+    // The rows in view, top to bottom, with the cells that want a widget.
+    QSet<QModelIndex> wanted;
+    QVector<QPair<QModelIndex, Qt4AbstractModelNode*>> toCreate;
+    const int bottom = viewport()->height();
+    for (QModelIndex index = indexAt(QPoint(0, 0)); index.isValid(); index = indexBelow(index)) {
+        if (visualRect(index).top() > bottom)
+            break;
+        Qt4AbstractModelNode* node = nodeAt(index);
+        if (!node)
+            continue;
+        const int columns = m->columnCount(index.parent());
+        for (int column = 0; column < columns; ++column) {
+            if (!node->hasIndexWidget(column))
+                continue;
+            const QModelIndex cell = index.sibling(index.row(), column);
+            wanted.insert(cell);
+            if (!indexWidget(cell))
+                toCreate.append(qMakePair(cell, node));
+        }
+    }
+    // Release the widgets of rows that left the view first, so placing the new ones walks fewer.
+    QVector<QPersistentModelIndex> kept;
+    for (const QPersistentModelIndex& cell : qAsConst(m_widgetCells)) {
+        if (!cell.isValid())
+            continue;
+        if (wanted.contains(cell)) {
+            kept.append(cell);
+            continue;
+        }
+        if (indexWidget(cell))
+            setIndexWidget(cell, nullptr);
+    }
+    m_widgetCells = kept;
+    for (const auto& entry : qAsConst(toCreate)) {
+        if (QWidget* widget = entry.second->createIndexWidget(entry.first.column())) {
+            setIndexWidget(entry.first, widget);
+            m_widgetCells.append(entry.first);
+        }
+    }
+}
+
+// Spanning and auto-expansion for the rows given and everything below them; index widgets are placed
+// by syncIndexWidgets for the rows in view only.
 void Qt4GenericTreeView::decorateRows(const QModelIndex& parent, int first, int last)
 {
     QAbstractItemModel* m = model();
-    const int columns = m->columnCount(parent);
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = m->index(row, 0, parent);
         if (Qt4AbstractModelNode* node = nodeAt(index)) {
             if (node->enableFirstColumnSpanning() && !isFirstColumnSpanned(row, parent))
                 setFirstColumnSpanned(row, parent, true);
-            for (int column = 0; column < columns; ++column) {
-                if (!node->hasIndexWidget(column))
-                    continue;
-                const QModelIndex cell = m->index(row, column, parent);
-                if (indexWidget(cell))
-                    continue;
-                if (QWidget* widget = node->createIndexWidget(column))
-                    setIndexWidget(cell, widget);
-            }
             if (node->enableAutoExpand() && !isExpanded(index))
                 expand(index);
         }

@@ -2,6 +2,7 @@
 
 #include "host/Qt4GenericTreeView.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QSortFilterProxyModel>
 
@@ -118,14 +119,19 @@ TEST(Qt4GenericTreeViewTest, rowsFilteredOutAndBackGetTheirDecorationsBack)
     proxy.refilter();
     EXPECT_EQ(proxy.rowCount(), 0);
 
+    // A filter change without a layout change is decorated on the next turn of the event loop.
     proxy.hidden.clear();
     proxy.refilter();
+    QCoreApplication::processEvents();
     const QModelIndex span = find(&proxy, "SpanCat");
     ASSERT_TRUE(span.isValid());
     EXPECT_TRUE(view.isFirstColumnSpanned(span.row(), span.parent()));
-    const QModelIndex run = find(&proxy, "WidgetRun");
-    EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(run.sibling(run.row(), 1))));
     EXPECT_TRUE(view.isExpanded(find(&proxy, "AutoCat")));
+    const QModelIndex run = find(&proxy, "WidgetRun");
+    EXPECT_FALSE(view.indexWidget(run.sibling(run.row(), 1))) << "its category is collapsed";
+    view.expand(span);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(run.sibling(run.row(), 1))));
 
     // Hiding only the command row and showing it again through a layout change.
     proxy.hidden = {QStringLiteral("WidgetRun")};
@@ -133,7 +139,37 @@ TEST(Qt4GenericTreeViewTest, rowsFilteredOutAndBackGetTheirDecorationsBack)
     EXPECT_FALSE(find(&proxy, "WidgetRun").isValid());
     proxy.hidden.clear();
     proxy.refilter();
-    emit proxy.layoutChanged();
+    emit proxy.layoutChanged(); // ends the batch at once
     const QModelIndex again = find(&proxy, "WidgetRun");
     EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(again.sibling(again.row(), 1))));
+}
+
+TEST(Qt4GenericTreeViewIndexWidgetTest, onlyRowsInViewHoldWidgetsAndScrollingBringsThem)
+{
+    auto tree = InMemoryParameterTree::create();
+    for (int i = 0; i < 400; ++i)
+        tree->command(tree->root(), "WidgetRun" + std::to_string(i));
+    auto model = makeModel(tree);
+    Qt4GenericTreeView view;
+    view.resize(400, 300);
+    view.setModel(model.get());
+    view.show();
+    QCoreApplication::processEvents();
+    auto countWidgets = [&] {
+        int n = 0;
+        for (int row = 0; row < model->rowCount(); ++row)
+            n += view.indexWidget(model->index(row, 1)) != nullptr;
+        return n;
+    };
+    const int inView = countWidgets();
+    EXPECT_GT(inView, 5);
+    EXPECT_LT(inView, 40);
+    EXPECT_TRUE(view.indexWidget(model->index(0, 1)));
+    EXPECT_FALSE(view.indexWidget(model->index(399, 1)));
+
+    view.scrollToBottom();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view.indexWidget(model->index(399, 1)));
+    EXPECT_FALSE(view.indexWidget(model->index(0, 1)));
+    EXPECT_LT(countWidgets(), 40);
 }
