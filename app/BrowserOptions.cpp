@@ -46,6 +46,7 @@ void declare(QCommandLineParser& parser)
          QStringLiteral("file")},
         {QStringLiteral("select"), QStringLiteral("Select this feature in the window (by its name)."),
          QStringLiteral("name")},
+        {QStringLiteral("expand"), QStringLiteral("Open every category in the window.")},
     });
 }
 
@@ -135,6 +136,7 @@ bool BrowserOptions::parse(const QStringList& arguments, BrowserOptions* options
     options->dump = parser.isSet(QStringLiteral("dump"));
     options->screenshot = parser.value(QStringLiteral("screenshot"));
     options->select = parser.value(QStringLiteral("select"));
+    options->expand = parser.isSet(QStringLiteral("expand"));
     return true;
 }
 

@@ -27,6 +27,7 @@ struct BrowserOptions
     bool dump = false;
     QString screenshot;
     QString select;
+    bool expand = false;
     std::vector<FeatureAssignment> assignments;
 
     // Unset: the window uses what it remembers, --dump the defaults below.

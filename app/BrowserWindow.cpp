@@ -220,7 +220,9 @@ void BrowserWindow::buildStatusBar()
 {
     m_stateLabel = new ElidedLabel(this);
     m_stateLabel->setObjectName(QStringLiteral("deviceStateLabel"));
-    m_stateLabel->setMinimumWidth(260);
+    // The state is short and always shown whole; the error takes what is left and is shortened.
+    m_stateLabel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    m_stateLabel->setContentsMargins(2, 0, 12, 0);
     m_errorLabel = new ElidedLabel(this);
     m_errorLabel->setObjectName(QStringLiteral("lastErrorLabel"));
     QPalette alert = m_errorLabel->palette();

@@ -15,6 +15,8 @@ void ElidedLabel::setFullText(const QString& text)
 {
     m_text = text;
     setToolTip(text);
+    // The size hint follows the whole text.
+    updateGeometry();
     elide();
 }
 
@@ -25,7 +27,9 @@ QSize ElidedLabel::minimumSizeHint() const
 
 QSize ElidedLabel::sizeHint() const
 {
-    return QSize(fontMetrics().horizontalAdvance(m_text), QLabel::sizeHint().height());
+    const QMargins margins = contentsMargins();
+    const int frame = margins.left() + margins.right() + 2 * margin() + 2 * frameWidth();
+    return QSize(fontMetrics().horizontalAdvance(m_text) + frame + 1, QLabel::sizeHint().height());
 }
 
 void ElidedLabel::resizeEvent(QResizeEvent* event)
@@ -36,7 +40,7 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
 
 void ElidedLabel::elide()
 {
-    setText(fontMetrics().elidedText(m_text, Qt::ElideRight, width()));
+    setText(fontMetrics().elidedText(m_text, Qt::ElideRight, contentsRect().width() - 2 * margin()));
 }
 
 } // namespace browser

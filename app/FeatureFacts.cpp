@@ -1,10 +1,10 @@
 #include "FeatureFacts.h"
 
+#include "FeatureValueText.h"
+
 #include "host/MvParametersFloatNode.h"
 #include "host/MvParametersIntegerNode.h"
 #include "host/MvParametersUInt64Node.h"
-
-#include <QLocale>
 
 namespace vorn {
 namespace browser {
@@ -19,10 +19,9 @@ QString latin1(const std::string& s)
     return QString::fromLatin1(s.data(), static_cast<int>(s.size()));
 }
 
-// Floats in the shortest form that reads back as the same number.
 QString floatText(double value)
 {
-    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+    return QString::fromStdString(FeatureValueText::floatText(value));
 }
 
 template <class Node> QString integralRange(const Node& node)

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -257,9 +258,7 @@ std::optional<std::string> FeatureValueText::format(const MvParametersEntryNode&
                                                        : std::to_string(n.getNodeValue());
     }
     case pntFloat:
-        return QString::number(static_cast<const MvParametersFloatNode&>(node).getNodeValue(), 'g',
-                               QLocale::FloatingPointShortest)
-            .toStdString();
+        return floatText(static_cast<const MvParametersFloatNode&>(node).getNodeValue());
     case pntBoolean:
         return static_cast<const MvParametersBooleanNode&>(node).getValueSet() ? "true" : "false";
     case pntString:
@@ -272,6 +271,13 @@ std::optional<std::string> FeatureValueText::format(const MvParametersEntryNode&
     default:
         return std::nullopt;
     }
+}
+
+std::string FeatureValueText::floatText(double value)
+{
+    if (std::abs(value) < 1e15 && value == std::trunc(value))
+        return QString::number(value, 'f', 0).toStdString();
+    return QString::number(value, 'g', QLocale::FloatingPointShortest).toStdString();
 }
 
 bool FeatureValueText::parse(const MvParametersEntryNode& node, const std::string& text, boost::any* value,

@@ -29,6 +29,10 @@ public:
     // *value untouched. Range and increment are left to the tree, which knows the current limits.
     static bool parse(const core::models::MvParametersEntryNode& node, const std::string& text,
                       boost::any* value, std::string* reason);
+
+    // A float that reads back as the same number: whole numbers below 10^15 in plain digits
+    // (10000000 rather than 1e+07), every other number in its shortest form.
+    static std::string floatText(double value);
 };
 
 } // namespace browser

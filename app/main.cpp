@@ -14,6 +14,7 @@
 #include "TreeDump.h"
 
 #include "host/GenicamParameterTree.h"
+#include "host/Qt4GenericTreeView.h"
 
 #include <QApplication>
 #include <QDir>
@@ -92,8 +93,7 @@ void dump(ParameterSource& source, const BrowserOptions& options)
 
 int screenshot(BrowserWindow& window, const QString& path)
 {
-    window.show();
-    // Twice: the first pass lays out the window, the second the widgets inside the tree's rows.
+    // Twice: the first pass lays out what changed, the second the widgets inside the tree's rows.
     for (int i = 0; i < 2; ++i)
         QApplication::processEvents();
     if (!window.grab().save(path))
@@ -142,16 +142,21 @@ int run(BrowserOptions& options)
     if (options.viewMode)
         window.setViewMode(*options.viewMode);
     window.setSource(std::move(source));
+    // Pictures come out the same size wherever the window was left last time.
+    if (!options.screenshot.isEmpty())
+        window.resize(BrowserWindow::defaultSize());
+    // Shown and laid out before rows are opened and scrolled to, so that the view scrolls for the
+    // height it really has.
+    window.show();
+    QApplication::processEvents();
+    if (options.expand)
+        window.view()->expandAll();
     if (!options.select.isEmpty() && !window.selectFeature(options.select))
         std::fprintf(stderr, "parameter-browser: no feature %s is shown at this visibility level\n",
                      qPrintable(options.select));
 
-    if (!options.screenshot.isEmpty()) {
-        // Pictures come out the same size wherever the window was left last time.
-        window.resize(BrowserWindow::defaultSize());
+    if (!options.screenshot.isEmpty())
         return screenshot(window, options.screenshot);
-    }
-    window.show();
     return QApplication::exec();
 }
 

@@ -297,6 +297,7 @@ TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
         window->lastErrorText().endsWith(QStringLiteral("Cannot set Width: 5000 is above the maximum 4096")))
         << window->lastErrorText().toStdString();
     EXPECT_EQ(child<QWidget>("lastErrorLabel")->toolTip(), window->lastErrorText());
+    vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-error"));
 }
 
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)

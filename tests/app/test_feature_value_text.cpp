@@ -100,6 +100,11 @@ TEST_F(ValueTextTest, floatsAreWrittenShortestAndReadBackExactly)
         const std::string text = *FeatureValueText::format(*exposure);
         EXPECT_EQ(parsed<double>(*exposure, text), v) << text;
     }
+    // Whole numbers read best in plain digits, as far as a double holds them exactly.
+    EXPECT_EQ(FeatureValueText::floatText(1e7), "10000000");
+    EXPECT_EQ(FeatureValueText::floatText(-20.0), "-20");
+    EXPECT_EQ(FeatureValueText::floatText(1e15), "1e+15");
+    EXPECT_EQ(FeatureValueText::floatText(0.001), "0.001");
     EXPECT_EQ(parsed<double>(*exposure, "2.5e3"), 2500.0);
     EXPECT_EQ(refusal(*exposure, "2,5"), "not a number");
     EXPECT_EQ(refusal(*exposure, "fast"), "not a number");
