@@ -44,17 +44,18 @@ Qt4ParametersFilterModel::create(boost::shared_ptr<Qt4GenericModel> sourceModel,
     return model;
 }
 
+// Each pass filters every row again within one layout change (invalidate() clears the mapping between
+// layoutAboutToBeChanged and layoutChanged). Filtering row by row (invalidateFilter()) reports each row
+// that comes or goes as a range of its own, and Qt moves every persistent index of the model (a view
+// keeps one per expanded and per spanned row) for every range: with levels mixed row by row, a large
+// expanded tree paid rows x expanded rows. A layout change moves each persistent index once.
 void Qt4ParametersFilterModel::changeVisibility(ParameterEntryVisibility visibility)
 {
     d->visibility = pevAll;
-    invalidateFilter();
-    emit layoutAboutToBeChanged();
-    emit layoutChanged();
+    invalidate();
 
     d->visibility = visibility;
-    invalidateFilter();
-    emit layoutAboutToBeChanged();
-    emit layoutChanged();
+    invalidate();
 }
 
 ParameterEntryVisibility Qt4ParametersFilterModel::getCurrentVisibility() const

@@ -50,7 +50,20 @@ Qt4AbstractModelNode* Qt4GenericTreeView::nodeAt(const QModelIndex& index)
 {
     if (!index.isValid())
         return nullptr;
-    // The model tree keeps the node alive; the shared pointer in the variant is only the carrier.
+    // Down through the proxies to the framework model's own index, whose internal pointer is the row.
+    // This runs for every row on every layout change: asking data(Qt::UserRole) would wrap a shared
+    // pointer in a QVariant each time.
+    QModelIndex current = index;
+    while (current.isValid()) {
+        if (auto* framework = qobject_cast<const Qt4AbstractModel*>(current.model()))
+            return framework->nodeFromIndex(current);
+        auto* proxy = qobject_cast<const QAbstractProxyModel*>(current.model());
+        if (!proxy)
+            break;
+        current = proxy->mapToSource(current);
+    }
+    // Some other model: the row is what it answers for Qt::UserRole, if anything. The model tree keeps
+    // the node alive; the shared pointer in the variant is only the carrier.
     return index.data(Qt::UserRole).value<Qt4AbstractModelNodePtr>().get();
 }
 
@@ -197,11 +210,16 @@ void Qt4GenericTreeView::decorateRows(const QModelIndex& parent, int first, int 
     QAbstractItemModel* m = model();
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = m->index(row, 0, parent);
-        if (Qt4AbstractModelNode* node = nodeAt(index)) {
+        Qt4AbstractModelNode* node = nodeAt(index);
+        if (node) {
             if (node->enableFirstColumnSpanning() && !isFirstColumnSpanned(row, parent))
                 setFirstColumnSpanned(row, parent, true);
             if (node->enableAutoExpand() && !isExpanded(index))
                 expand(index);
+            // A proxy maps the rows below a parent when it is first asked for them: asking for the
+            // children of every leaf would make it map each leaf.
+            if (node->childCount() == 0)
+                continue;
         }
         const int children = m->rowCount(index);
         if (children > 0)

@@ -1,0 +1,180 @@
+#include "Baseline.h"
+
+#include "models/IntegerRowSupport.h"
+#include "models/ValueRowSupport.h"
+
+#include "host/MvParametersCategoryNode.h"
+#include "host/MvParametersCommandNode.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/MvParametersStringNode.h"
+#include "host/MvParametersUInt64Node.h"
+
+#include <QColor>
+#include <QIcon>
+#include <QSize>
+
+namespace vorn {
+namespace bench {
+
+using namespace core;
+using namespace core::models;
+
+namespace {
+
+// What every host keeps once rather than per row: fonts, icons, colours.
+struct Looks
+{
+    QFont plain = QApplication::font();
+    QFont bold = rows::boldFont();
+    QFont fixedBold = rows::fixedBoldFont();
+    QIcon integer{QStringLiteral(":/parameters/integer.png")};
+    QIcon floating{QStringLiteral(":/parameters/float.png")};
+    QIcon boolean{QStringLiteral(":/parameters/boolean.png")};
+    QIcon string{QStringLiteral(":/parameters/string.png")};
+    QIcon enumeration{QStringLiteral(":/parameters/enumeration.png")};
+    QIcon command{QStringLiteral(":/parameters/command.png")};
+    QColor red{Qt::red};
+    QSize rowSize{-1, 14};
+    QSize commandRowSize{-1, 17};
+};
+
+template <class Node> void fillInteger(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node,
+                                       QStandardItem* value, bool& checkable)
+{
+    auto n = boost::static_pointer_cast<Node>(node);
+    const int representation = n->getRepresentation();
+    if (!n->getDataValid())
+        value->setText(QString());
+    else if (representation == pirBoolean)
+        value->setCheckState(n->getNodeValue() != 0 ? Qt::Checked : Qt::Unchecked);
+    else
+        value->setText(rows::integerText(n->getNodeValue(), representation, n->getUnit()));
+    const bool fixed =
+        representation == pirHexNumber || representation == pirIPV4Address || representation == pirMACAddress;
+    value->setFont(fixed ? looks.fixedBold : looks.bold);
+    checkable = n->getDataValid() && representation == pirBoolean;
+}
+
+void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node, QStandardItem* name,
+             QStandardItem* value)
+{
+    const auto& entry = static_cast<const MvParametersEntryNode&>(*node);
+    const QString toolTip = rows::text(entry.getToolTip());
+    name->setText(rows::text(entry.getDisplayName()));
+    name->setToolTip(toolTip);
+    value->setToolTip(toolTip);
+
+    bool checkable = false;
+    QSize size = looks.rowSize;
+    switch (node->typeId()) {
+    case pntCategory:
+        name->setFont(looks.bold);
+        break;
+    case pntString:
+        name->setIcon(looks.string);
+        name->setFont(looks.plain);
+        value->setText(rows::text(boost::static_pointer_cast<MvParametersStringNode>(node)->getNodeValue()));
+        value->setFont(looks.fixedBold);
+        break;
+    case pntInteger:
+        name->setIcon(looks.integer);
+        name->setFont(looks.plain);
+        fillInteger<MvParametersIntegerNode>(looks, node, value, checkable);
+        break;
+    case pntUInt64:
+        name->setIcon(looks.integer);
+        name->setFont(looks.plain);
+        fillInteger<MvParametersUInt64Node>(looks, node, value, checkable);
+        break;
+    case pntFloat:
+        name->setIcon(looks.floating);
+        name->setFont(looks.plain);
+        value->setData(rows::floatDisplay(node, false), Qt::DisplayRole);
+        value->setFont(looks.bold);
+        break;
+    case pntBoolean: {
+        auto b = rows::booleanOf(node);
+        name->setIcon(looks.boolean);
+        name->setFont(looks.plain);
+        if (b->getDataValid())
+            value->setCheckState(b->getValueSet() ? Qt::Checked : Qt::Unchecked);
+        else
+            value->setText(QString());
+        value->setFont(looks.bold);
+        checkable = b->getDataValid();
+        break;
+    }
+    case pntEnumeration:
+        name->setIcon(looks.enumeration);
+        name->setFont(looks.plain);
+        value->setData(rows::enumerationDisplay(node), Qt::DisplayRole);
+        value->setFont(looks.bold);
+        break;
+    case pntCommand:
+        name->setIcon(looks.command);
+        name->setFont(looks.plain);
+        size = looks.commandRowSize;
+        break;
+    case pntEntry:
+        name->setData(looks.red, Qt::ForegroundRole);
+        name->setFont(looks.plain);
+        value->setFont(looks.bold);
+        break;
+    default:
+        name->setFont(looks.plain);
+        value->setFont(looks.bold);
+        break;
+    }
+    name->setSizeHint(size);
+    value->setSizeHint(size);
+
+    name->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    Qt::ItemFlags valueFlags = Qt::ItemIsSelectable;
+    if (rows::valueEditable(entry))
+        valueFlags |= Qt::ItemIsEnabled | Qt::ItemIsEditable;
+    if (checkable)
+        valueFlags |= Qt::ItemIsUserCheckable;
+    value->setFlags(valueFlags);
+
+    name->setData((static_cast<int>(entry.getType()) << 16) | (static_cast<int>(entry.getAccessMode()) << 8) |
+                      static_cast<int>(entry.getVisibility()),
+                  FilterKeyRole);
+}
+
+// Builds each subtree before it is attached, so that no signal is sent for rows below the top level.
+void appendChildren(const Looks& looks, QStandardItem* parent, const MvParametersEntryNode& node)
+{
+    const auto children = node.getChildNodesEntryNode();
+    if (!children)
+        return;
+    for (const auto& child : children->children()) {
+        auto* name = new QStandardItem();
+        auto* value = new QStandardItem();
+        fillRow(looks, child, name, value);
+        appendChildren(looks, name, static_cast<const MvParametersEntryNode&>(*child));
+        parent->appendRow(QList<QStandardItem*>{name, value});
+    }
+}
+
+} // namespace
+
+std::unique_ptr<QStandardItemModel> buildBaselineModel(const MvParametersEntryNode& root)
+{
+    static const Looks looks;
+    auto model = std::make_unique<QStandardItemModel>(0, 2);
+    model->setHorizontalHeaderLabels({QStringLiteral("Feature"), QStringLiteral("Value")});
+    appendChildren(looks, model->invisibleRootItem(), root);
+    return model;
+}
+
+bool BaselineFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const
+{
+    const int key = sourceModel()->index(sourceRow, 0, sourceParent).data(FilterKeyRole).toInt();
+    const int type = key >> 16;
+    const int access = (key >> 8) & 0xff;
+    const int visibility = key & 0xff;
+    return type != petInternal && access != peamNotImplemented && visibility <= m_level;
+}
+
+} // namespace bench
+} // namespace vorn
