@@ -46,14 +46,22 @@ Qt4ParametersFilterModel::create(boost::shared_ptr<Qt4GenericModel> sourceModel,
 
 void Qt4ParametersFilterModel::changeVisibility(ParameterEntryVisibility visibility)
 {
-    d->visibility = pevAll;
-    invalidateFilter();
-    emit layoutAboutToBeChanged();
-    emit layoutChanged();
+    applyVisibility(pevAll);
+    applyVisibility(visibility);
+}
 
+// One pass of a level change, as a single layout change. Refiltering row by row would tell the views
+// of every range of rows that comes or goes, and Qt moves all persistent indexes (a view keeps one per
+// expanded row) for each range: on a large expanded tree that grows with the square of its size.
+// Dropping the mapping inside a layout change moves them once; the views then lay out once.
+void Qt4ParametersFilterModel::applyVisibility(ParameterEntryVisibility visibility)
+{
     d->visibility = visibility;
-    invalidateFilter();
     emit layoutAboutToBeChanged();
+    // invalidate() announces a layout change of its own; the one around it stands for both.
+    const bool wasBlocked = blockSignals(true);
+    invalidate();
+    blockSignals(wasBlocked);
     emit layoutChanged();
 }
 
