@@ -58,6 +58,7 @@ private:
     void beginRowChanges();
     void endRowChanges();
     void decorateRows(const QModelIndex& parent, int first, int last);
+    Qt4AbstractModelNode* rowNodeOf(const QModelIndex& index) const;
     void applyInitialExpansion();
     void releaseIndexWidgets();
     void scheduleIndexWidgetSync();
