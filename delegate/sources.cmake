@@ -1,4 +1,4 @@
-# The editor widgets of the item delegate.
+# The item delegate and its editor widgets.
 list(APPEND VORN_QT4_SOURCES
   ${PROJECT_SOURCE_DIR}/delegate/CenteredCommandButton.cpp
   ${PROJECT_SOURCE_DIR}/delegate/CenteredCommandButton.h
@@ -6,6 +6,8 @@ list(APPEND VORN_QT4_SOURCES
   ${PROJECT_SOURCE_DIR}/delegate/Qt4Int64SpinBox.h
   ${PROJECT_SOURCE_DIR}/delegate/Qt4Int64SpinBoxValidator.cpp
   ${PROJECT_SOURCE_DIR}/delegate/Qt4Int64SpinBoxValidator.h
+  ${PROJECT_SOURCE_DIR}/delegate/Qt4ParametersItemDelegate.cpp
+  ${PROJECT_SOURCE_DIR}/delegate/Qt4ParametersItemDelegate.h
   ${PROJECT_SOURCE_DIR}/delegate/Qt4UInt64SpinBox.cpp
   ${PROJECT_SOURCE_DIR}/delegate/Qt4UInt64SpinBox.h
   ${PROJECT_SOURCE_DIR}/delegate/Qt4UInt64SpinBoxValidator.cpp

@@ -44,18 +44,25 @@ Qt4ParametersFilterModel::create(boost::shared_ptr<Qt4GenericModel> sourceModel,
     return model;
 }
 
-// Each pass filters every row again within one layout change (invalidate() clears the mapping between
-// layoutAboutToBeChanged and layoutChanged). Filtering row by row (invalidateFilter()) reports each row
-// that comes or goes as a range of its own, and Qt moves every persistent index of the model (a view
-// keeps one per expanded and per spanned row) for every range: with levels mixed row by row, a large
-// expanded tree paid rows x expanded rows. A layout change moves each persistent index once.
 void Qt4ParametersFilterModel::changeVisibility(ParameterEntryVisibility visibility)
 {
-    d->visibility = pevAll;
-    invalidate();
+    applyVisibility(pevAll);
+    applyVisibility(visibility);
+}
 
+// One pass of a level change, as a single layout change. Refiltering row by row would tell the views
+// of every range of rows that comes or goes, and Qt moves all persistent indexes (a view keeps one per
+// expanded row) for each range: on a large expanded tree that grows with the square of its size.
+// Dropping the mapping inside a layout change moves them once; the views then lay out once.
+void Qt4ParametersFilterModel::applyVisibility(ParameterEntryVisibility visibility)
+{
     d->visibility = visibility;
+    emit layoutAboutToBeChanged();
+    // invalidate() announces a layout change of its own; the one around it stands for both.
+    const bool wasBlocked = blockSignals(true);
     invalidate();
+    blockSignals(wasBlocked);
+    emit layoutChanged();
 }
 
 ParameterEntryVisibility Qt4ParametersFilterModel::getCurrentVisibility() const

@@ -34,6 +34,8 @@ protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
 private:
+    void applyVisibility(models::ParameterEntryVisibility visibility);
+
     struct Private;
     boost::shared_ptr<Private> d;
 };

@@ -1,21 +1,39 @@
 #!/usr/bin/env bash
-# The library frame's tests under ThreadSanitizer: the Qt-free frame (entry points, locks, logging, the
-# logging dispatcher) and GoogleTest built with clang and -fsanitize=thread into build-tsan/, then run
-# from CTest. Any reported race fails the run. Installs what is missing.
+# The thread-related tests under ThreadSanitizer, built with clang and -fsanitize=thread, run from
+# CTest; any reported race fails the run. Installs what is missing. Two builds:
+# - build-tsan/: the Qt-free library frame (entry points, locks, logging, the logging dispatcher) with
+#   GoogleTest built alongside;
+# - build-tsan-threads/: the GenICam backend's device thread and the fault tests that run threads
+#   (tests named in TSAN_THREAD_TESTS), built alone from the whole tree.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
-vorn_install_packages cmake googletest clang libclang-rt-14-dev
+vorn_install_packages "${VORN_PACKAGES[@]}" clang libclang-rt-14-dev
+
+tsan_configure() {
+  cmake -S "$ROOT" -B "$1" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+    -DCMAKE_C_FLAGS="-fsanitize=thread" -DCMAKE_CXX_FLAGS="-fsanitize=thread" \
+    -DCMAKE_C_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG" \
+    -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG" \
+    -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=thread" -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=thread" \
+    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=OFF "${@:2}" >/dev/null
+}
+
+export TSAN_OPTIONS="halt_on_error=1 exitcode=66 second_deadlock_stack=1 suppressions=$ROOT/scripts/sanitizers/tsan.supp ${TSAN_OPTIONS:-}"
+# The stress tests' rounds, fewer than natively: the sanitizer slows every lock hand-over.
+export VORN_STRESS_PAIRS="${VORN_STRESS_PAIRS:-2000}"
+export QT_QPA_PLATFORM=offscreen
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
+chmod 700 "$XDG_RUNTIME_DIR"
 
 TSAN_BUILD_DIR="${TSAN_BUILD_DIR:-$ROOT/build-tsan}"
-cmake -S "$ROOT" -B "$TSAN_BUILD_DIR" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-  -DCMAKE_C_FLAGS="-fsanitize=thread" -DCMAKE_CXX_FLAGS="-fsanitize=thread" \
-  -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=thread" -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=thread" \
-  -DVORN_FRAME_ONLY=ON -DVORN_BUILD_TESTS=ON >/dev/null
+tsan_configure "$TSAN_BUILD_DIR" -DVORN_FRAME_ONLY=ON
 cmake --build "$TSAN_BUILD_DIR" -j "$(nproc)"
+(cd "$TSAN_BUILD_DIR" && ctest --output-on-failure -j "$(nproc)")
 
-export TSAN_OPTIONS="halt_on_error=1 exitcode=66 second_deadlock_stack=1 ${TSAN_OPTIONS:-}"
-# The stress test's rounds, fewer than natively: the sanitizer slows every lock hand-over.
-export VORN_STRESS_PAIRS="${VORN_STRESS_PAIRS:-2000}"
-cd "$TSAN_BUILD_DIR"
-ctest --output-on-failure -j "$(nproc)"
+TSAN_THREADS_BUILD_DIR="${TSAN_THREADS_BUILD_DIR:-$ROOT/build-tsan-threads}"
+TSAN_THREAD_TESTS="${TSAN_THREAD_TESTS:-test_genicam test_fault_device test_fault_lifecycle}"
+tsan_configure "$TSAN_THREADS_BUILD_DIR"
+# shellcheck disable=SC2086 # one target per word
+cmake --build "$TSAN_THREADS_BUILD_DIR" -j "$(nproc)" --target $TSAN_THREAD_TESTS
+(cd "$TSAN_THREADS_BUILD_DIR" && ctest --output-on-failure -j "$(nproc)" -R "^($(echo $TSAN_THREAD_TESTS | tr ' ' '|'))\$")

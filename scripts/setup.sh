@@ -27,3 +27,30 @@ vorn_build() {
   cmake -S "$ROOT" -B "$BUILD_DIR" -DCMAKE_BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}" "$@" >/dev/null
   cmake --build "$BUILD_DIR" -j "$(nproc)"
 }
+
+# The sanitizer build (run-asan-tests.sh, run-fuzz.sh): clang with AddressSanitizer and
+# UndefinedBehaviorSanitizer, -O1 with line tables, the Debug configuration so that Qt's own
+# assertions in its inline code stay on, and the libFuzzer programs. No parameter browser.
+ASAN_BUILD_DIR="${ASAN_BUILD_DIR:-$ROOT/build-asan}"
+vorn_build_sanitized() {
+  local flags="-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
+  cmake -S "$ROOT" -B "$ASAN_BUILD_DIR" -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+    -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" \
+    -DCMAKE_C_FLAGS_DEBUG="-O1 -gline-tables-only" -DCMAKE_CXX_FLAGS_DEBUG="-O1 -gline-tables-only" \
+    -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=address,undefined" \
+    -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=address,undefined" \
+    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=OFF -DVORN_BUILD_FUZZ=ON >/dev/null
+  cmake --build "$ASAN_BUILD_DIR" -j "$(nproc)"
+}
+
+# How the sanitized programs report. LeakSanitizer matches its suppressions against full stacks
+# (fast_unwind_on_malloc=0: Qt's plugins have no frame pointers).
+vorn_sanitizer_environment() {
+  export ASAN_OPTIONS="fast_unwind_on_malloc=0:malloc_context_size=24:detect_leaks=1:check_initialization_order=1:detect_stack_use_after_return=1:abort_on_error=0:${ASAN_OPTIONS:-}"
+  export LSAN_OPTIONS="suppressions=$ROOT/scripts/sanitizers/lsan.supp:print_suppressions=0:${LSAN_OPTIONS:-}"
+  export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1:${UBSAN_OPTIONS:-}"
+  export QT_QPA_PLATFORM=offscreen
+  export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
+  chmod 700 "$XDG_RUNTIME_DIR"
+}

@@ -540,6 +540,18 @@ FeatureState GenicamDevice::read(int index)
     return st;
 }
 
+template <class T, class Read> bool GenicamDevice::readForWrite(Read read, T* out)
+{
+    GError* error = nullptr;
+    const T value = read(&error);
+    const bool ok = !error;
+    if (ok)
+        *out = value;
+    noteError(error);
+    g_clear_error(&error);
+    return ok;
+}
+
 std::string GenicamDevice::write(int index, const boost::any& value)
 {
     const char* const lost = kNoAnswer;
@@ -572,17 +584,26 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         if (!v)
             return wrongType("long long");
         auto* node = ARV_GC_INTEGER(b.node);
-        const long long min = arv_gc_integer_get_min(node, nullptr);
-        const long long max = arv_gc_integer_get_max(node, nullptr);
-        const long long inc = arv_gc_integer_get_inc(node, nullptr);
-        if (*v < min)
+        long long min = 0, max = 0, inc = 1;
+        const bool hasMin =
+            readForWrite([node](GError** error) { return arv_gc_integer_get_min(node, error); }, &min);
+        const bool hasMax =
+            !m_lost &&
+            readForWrite([node](GError** error) { return arv_gc_integer_get_max(node, error); }, &max);
+        const bool hasInc =
+            !m_lost &&
+            readForWrite([node](GError** error) { return arv_gc_integer_get_inc(node, error); }, &inc);
+        if (m_lost)
+            return lost;
+        if (hasMin && *v < min)
             return toText(*v) + " is below the minimum " + toText(min);
-        if (*v > max)
+        if (hasMax && *v > max)
             return toText(*v) + " is above the maximum " + toText(max);
         // Unsigned arithmetic: the distance from the minimum always fits.
-        if (inc > 1 && (static_cast<unsigned long long>(*v) - static_cast<unsigned long long>(min)) %
-                               static_cast<unsigned long long>(inc) !=
-                           0)
+        if (hasMin && hasInc && inc > 1 &&
+            (static_cast<unsigned long long>(*v) - static_cast<unsigned long long>(min)) %
+                    static_cast<unsigned long long>(inc) !=
+                0)
             return toText(*v) + " is not a multiple of the increment " + toText(inc) + " from " + toText(min);
         arv_gc_integer_set_value(node, *v, &e);
         break;
@@ -591,8 +612,13 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         const unsigned long long* v = boost::any_cast<unsigned long long>(&value);
         if (!v)
             return wrongType("unsigned long long");
-        const gint64 inc = arv_gc_integer_get_inc(ARV_GC_INTEGER(b.node), nullptr);
-        if (inc > 1 && *v % static_cast<unsigned long long>(inc) != 0)
+        auto* node = ARV_GC_INTEGER(b.node);
+        gint64 inc = 1;
+        const bool hasInc =
+            readForWrite([node](GError** error) { return arv_gc_integer_get_inc(node, error); }, &inc);
+        if (m_lost)
+            return lost;
+        if (hasInc && inc > 1 && *v % static_cast<unsigned long long>(inc) != 0)
             return toText(*v) + " is not a multiple of the increment " + toText(inc);
         unsigned char bytes[8];
         for (int i = 0; i < 8; ++i) {
@@ -607,11 +633,17 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         if (!v)
             return wrongType("double");
         auto* node = ARV_GC_FLOAT(b.node);
-        const double min = arv_gc_float_get_min(node, nullptr);
-        const double max = arv_gc_float_get_max(node, nullptr);
-        if (!(*v >= min))
+        double min = 0, max = 0;
+        const bool hasMin =
+            readForWrite([node](GError** error) { return arv_gc_float_get_min(node, error); }, &min);
+        const bool hasMax =
+            !m_lost &&
+            readForWrite([node](GError** error) { return arv_gc_float_get_max(node, error); }, &max);
+        if (m_lost)
+            return lost;
+        if (hasMin && !(*v >= min))
             return toText(*v) + " is below the minimum " + toText(min);
-        if (!(*v <= max))
+        if (hasMax && !(*v <= max))
             return toText(*v) + " is above the maximum " + toText(max);
         arv_gc_float_set_value(node, *v, &e);
         break;
@@ -627,8 +659,13 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         const std::string* v = boost::any_cast<std::string>(&value);
         if (!v)
             return wrongType("std::string");
-        const long long maxLength = arv_gc_string_get_max_length(ARV_GC_STRING(b.node), nullptr);
-        if (maxLength > 0 && static_cast<long long>(v->size()) > maxLength)
+        auto* node = ARV_GC_STRING(b.node);
+        gint64 maxLength = 0;
+        const bool hasMaxLength = readForWrite(
+            [node](GError** error) { return arv_gc_string_get_max_length(node, error); }, &maxLength);
+        if (m_lost)
+            return lost;
+        if (hasMaxLength && maxLength > 0 && static_cast<long long>(v->size()) > maxLength)
             return "the text is longer than " + toText(maxLength) + " bytes";
         arv_gc_string_set_value(ARV_GC_STRING(b.node), v->c_str(), &e);
         break;
@@ -643,9 +680,19 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         if (entry == f.entries.size())
             return "no entry has the value " + toText(*v);
         auto* entryNode = ARV_GC_FEATURE_NODE(b.entries[entry]);
-        if (!arv_gc_feature_node_is_implemented(entryNode, nullptr))
+        gboolean implemented = TRUE, available = TRUE;
+        readForWrite(
+            [entryNode](GError** error) { return arv_gc_feature_node_is_implemented(entryNode, error); },
+            &implemented);
+        if (!m_lost)
+            readForWrite(
+                [entryNode](GError** error) { return arv_gc_feature_node_is_available(entryNode, error); },
+                &available);
+        if (m_lost)
+            return lost;
+        if (!implemented)
             return "the entry " + f.entries[entry].name + " is not implemented";
-        if (!arv_gc_feature_node_is_available(entryNode, nullptr))
+        if (!available)
             return "the entry " + f.entries[entry].name + " is not available";
         arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(b.node), *v, &e);
         break;

@@ -112,6 +112,10 @@ private:
     FeatureState read(int feature);
     ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
     std::string write(int feature, const boost::any& value);
+    // Reads what a write is checked against (a bound, an increment, an entry's availability) into
+    // out. False when the device could not tell: the check is then left to Aravis, unless the device
+    // stopped answering, which marks it lost, so that the write is refused without asking again.
+    template <class T, class Read> bool readForWrite(Read read, T* out);
     void readAll(Publication& publication, bool force);
     void readSome(const std::vector<int>& features, Publication& publication);
     void probe();

@@ -67,14 +67,48 @@ Qt4AbstractModelNode* Qt4GenericTreeView::nodeAt(const QModelIndex& index)
     return index.data(Qt::UserRole).value<Qt4AbstractModelNodePtr>().get();
 }
 
+
 void Qt4GenericTreeView::applyRowDecorations()
 {
     QAbstractItemModel* m = model();
     if (!m)
         return;
-    const int rows = m->rowCount();
-    if (rows > 0)
-        decorateRows(QModelIndex(), 0, rows - 1);
+    Qt4AbstractModel* source = sourceModel();
+    if (!source) {
+        const int rows = m->rowCount();
+        if (rows > 0)
+            decorateRows(QModelIndex(), 0, rows - 1);
+        syncIndexWidgets();
+        return;
+    }
+    // Every row is decorated again on each layout change, so only the rows that ask for spanning or
+    // expansion are looked up in the view's model; they are found in the framework model's own tree.
+    // Walking the view's model instead would make an index, a proxy mapping and a variant per row.
+    QVector<const QAbstractProxyModel*> proxies; // from the framework model up to the view's model
+    for (auto* proxy = qobject_cast<QAbstractProxyModel*>(m); proxy;
+         proxy = qobject_cast<QAbstractProxyModel*>(proxy->sourceModel()))
+        proxies.prepend(proxy);
+    QVector<Qt4AbstractModelNode*> pending{source->rootNode().get()};
+    while (!pending.isEmpty()) {
+        Qt4AbstractModelNode* parentNode = pending.takeLast();
+        for (int row = parentNode->childCount() - 1; row >= 0; --row) {
+            Qt4AbstractModelNode* node = parentNode->childAt(row);
+            pending.append(node);
+            const bool span = node->enableFirstColumnSpanning();
+            const bool autoExpand = node->enableAutoExpand();
+            if (!span && !autoExpand)
+                continue;
+            QModelIndex index = source->indexOfNode(node, 0);
+            for (const QAbstractProxyModel* proxy : qAsConst(proxies))
+                index = proxy->mapFromSource(index);
+            if (!index.isValid()) // filtered out, or below a row that is
+                continue;
+            if (span && !isFirstColumnSpanned(index.row(), index.parent()))
+                setFirstColumnSpanned(index.row(), index.parent(), true);
+            if (autoExpand && !isExpanded(index))
+                expand(index);
+        }
+    }
     syncIndexWidgets();
 }
 
@@ -210,8 +244,7 @@ void Qt4GenericTreeView::decorateRows(const QModelIndex& parent, int first, int 
     QAbstractItemModel* m = model();
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = m->index(row, 0, parent);
-        Qt4AbstractModelNode* node = nodeAt(index);
-        if (node) {
+        if (Qt4AbstractModelNode* node = nodeAt(index)) {
             if (node->enableFirstColumnSpanning() && !isFirstColumnSpanned(row, parent))
                 setFirstColumnSpanned(row, parent, true);
             if (node->enableAutoExpand() && !isExpanded(index))

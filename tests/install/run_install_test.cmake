@@ -5,7 +5,14 @@ execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_
 if(rc)
   message(FATAL_ERROR "install failed: ${rc}")
 endif()
+# The host is built with the library's compiler and flags (a sanitized library needs a sanitized host).
+set(host_options "")
+if(HOST_CXX)
+  list(APPEND host_options "-DCMAKE_CXX_COMPILER=${HOST_CXX}" "-DCMAKE_CXX_FLAGS=${HOST_CXX_FLAGS}"
+       "-DCMAKE_EXE_LINKER_FLAGS=${HOST_LINKER_FLAGS}")
+endif()
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${HOST_DIR} -B ${WORK_DIR}/host -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
+                        ${host_options}
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
 if(rc)
   message(FATAL_ERROR "configuring the host failed:\n${out}\n${err}")

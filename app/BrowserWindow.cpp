@@ -1,0 +1,560 @@
+#include "BrowserWindow.h"
+
+#include "DeviceDialog.h"
+#include "ElidedLabel.h"
+#include "FeatureDetailsPane.h"
+#include "FeatureModelStack.h"
+#include "FeatureSearchModel.h"
+#include "FeatureValueStore.h"
+#include "ParameterSource.h"
+
+#include "delegate/Qt4ParametersItemDelegate.h"
+#include "host/Qt4GenericModelNode.h"
+#include "host/Qt4GenericTreeView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTimer>
+#include <QToolBar>
+
+#include <algorithm>
+
+namespace vorn {
+namespace browser {
+
+using core::models::ParameterEntryVisibility;
+
+namespace {
+
+QComboBox* comboBox(const QString& objectName, const QStringList& items, const QString& toolTip,
+                    QWidget* parent)
+{
+    auto* box = new QComboBox(parent);
+    box->setObjectName(objectName);
+    box->addItems(items);
+    box->setToolTip(toolTip);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    return box;
+}
+
+// The visibility box lists Beginner, Expert, Guru and All; All is the filter's level 4.
+int visibilityIndex(ParameterEntryVisibility level)
+{
+    return level >= core::models::pevInvisible ? 3 : static_cast<int>(level);
+}
+
+ParameterEntryVisibility visibilityAt(int index)
+{
+    return index >= 3 ? core::models::pevAll : static_cast<ParameterEntryVisibility>(index);
+}
+
+} // namespace
+
+BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
+{
+    setWindowTitle(QStringLiteral("Parameter Browser"));
+
+    m_view = new core::Qt4GenericTreeView;
+    m_view->setObjectName(QStringLiteral("featureTree"));
+    m_view->setAlternatingRowColors(true);
+    m_view->setUniformRowHeights(false);
+    m_view->setAllColumnsShowFocus(true);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->header()->setStretchLastSection(true);
+    m_view->header()->setSectionsMovable(false);
+
+    m_details = new FeatureDetailsPane;
+    m_details->setObjectName(QStringLiteral("detailsPane"));
+
+    m_splitter = new QSplitter(Qt::Vertical, this);
+    m_splitter->addWidget(m_view);
+    m_splitter->addWidget(m_details);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setChildrenCollapsible(false);
+    setCentralWidget(m_splitter);
+
+    buildActions();
+    buildToolBar();
+    buildStatusBar();
+
+    m_stateTimer = new QTimer(this);
+    m_stateTimer->setInterval(500);
+    connect(m_stateTimer, &QTimer::timeout, this, &BrowserWindow::updateDeviceState);
+    m_stateTimer->start();
+
+    // The remembered choices; the command line may change them before the window shows.
+    setModelKind(m_settings.modelKind());
+    setVisibility(m_settings.visibility());
+    setViewMode(m_settings.viewMode());
+
+    resize(defaultSize());
+    m_splitter->setSizes({560, 160});
+    restoreGeometry(m_settings.windowGeometry());
+    m_splitter->restoreState(m_settings.splitterState());
+}
+
+// The view goes first, while the models and the delegate it uses still exist.
+BrowserWindow::~BrowserWindow()
+{
+    delete m_view;
+    m_view = nullptr;
+}
+
+void BrowserWindow::buildActions()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    QAction* open =
+        file->addAction(QStringLiteral("&Open Description..."), this, &BrowserWindow::openDescription);
+    open->setShortcut(QKeySequence::Open);
+    file->addAction(QStringLiteral("&Connect to Device..."), this, &BrowserWindow::connectToDevice);
+    file->addAction(QStringLiteral("Open &Simulated Camera"), this, &BrowserWindow::openSimulatedCamera);
+    file->addAction(QStringLiteral("Open &Example Device"), this, &BrowserWindow::openExampleDevice);
+    file->addSeparator();
+    QAction* save =
+        file->addAction(QStringLiteral("Sa&ve Feature Values..."), this, &BrowserWindow::saveValuesAs);
+    save->setShortcut(QKeySequence::Save);
+    file->addAction(QStringLiteral("&Load Feature Values..."), this, &BrowserWindow::loadValuesFrom);
+    file->addSeparator();
+    QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    view->addAction(QStringLiteral("&Expand All"), m_view, &QTreeView::expandAll);
+    view->addAction(QStringLiteral("&Collapse All"), m_view, &QTreeView::collapseAll);
+}
+
+void BrowserWindow::buildToolBar()
+{
+    QToolBar* bar = addToolBar(QStringLiteral("View"));
+    bar->setObjectName(QStringLiteral("viewToolBar"));
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+    auto addLabelled = [bar](const QString& label, QWidget* widget) {
+        auto* text = new QLabel(label, bar);
+        text->setContentsMargins(6, 0, 4, 0);
+        text->setBuddy(widget);
+        bar->addWidget(text);
+        bar->addWidget(widget);
+    };
+
+    m_visibilityBox = comboBox(
+        QStringLiteral("visibilityBox"),
+        {QStringLiteral("Beginner"), QStringLiteral("Expert"), QStringLiteral("Guru"), QStringLiteral("All")},
+        QStringLiteral("Shows the features up to this level; All also shows invisible ones"), bar);
+    addLabelled(QStringLiteral("&Visibility:"), m_visibilityBox);
+
+    m_modelBox = comboBox(QStringLiteral("modelBox"),
+                          {QStringLiteral("Plain"), QStringLiteral("Styled"), QStringLiteral("Events")},
+                          QStringLiteral("Plain: compact rows; Styled: grid, icons and integer details; "
+                                         "Events: the boolean features as check boxes"),
+                          bar);
+    addLabelled(QStringLiteral("&Model:"), m_modelBox);
+
+    m_viewModeBox = comboBox(QStringLiteral("viewModeBox"),
+                             {QStringLiteral("Decimal"), QStringLiteral("Hex"), QStringLiteral("Binary")},
+                             QStringLiteral("How the styled model writes integers"), bar);
+    addLabelled(QStringLiteral("&Integers:"), m_viewModeBox);
+
+    bar->addSeparator();
+    m_searchBox = new QLineEdit(bar);
+    m_searchBox->setObjectName(QStringLiteral("searchBox"));
+    m_searchBox->setPlaceholderText(QStringLiteral("Search features"));
+    m_searchBox->setClearButtonEnabled(true);
+    m_searchBox->setMinimumWidth(180);
+    m_searchBox->setMaximumWidth(300);
+    m_searchBox->setToolTip(QStringLiteral("Shows the features whose name contains this text"));
+    bar->addWidget(m_searchBox);
+
+    QAction* refresh = bar->addAction(style()->standardIcon(QStyle::SP_BrowserReload),
+                                      QStringLiteral("Refresh"), this, &BrowserWindow::refresh);
+    refresh->setObjectName(QStringLiteral("refreshAction"));
+    refresh->setShortcut(QKeySequence::Refresh);
+    refresh->setToolTip(QStringLiteral("Reads every value from the device again (F5)"));
+
+    // currentIndexChanged applies a choice however it was made; activated (a person's choice only)
+    // also remembers it for the next run.
+    connect(m_visibilityBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int index) {
+        if (m_models)
+            m_models->setVisibility(visibilityAt(index));
+    });
+    connect(m_visibilityBox, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { m_settings.setVisibility(visibilityAt(index)); });
+    connect(m_modelBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { rebuildModels(); });
+    connect(m_modelBox, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { m_settings.setModelKind(static_cast<ModelKind>(index)); });
+    connect(m_viewModeBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int index) {
+        BrowserSettings::applyViewMode(static_cast<IntegerViewMode>(index));
+        // The styled rows read the host setting whenever they are asked for their text.
+        if (m_models)
+            m_models->refreshAll();
+    });
+    connect(m_viewModeBox, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { m_settings.setViewMode(static_cast<IntegerViewMode>(index)); });
+    connect(m_searchBox, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (!m_models)
+            return;
+        m_models->setSearchText(text);
+        if (!text.trimmed().isEmpty())
+            m_view->expandAll();
+    });
+}
+
+void BrowserWindow::buildStatusBar()
+{
+    m_stateLabel = new ElidedLabel(this);
+    m_stateLabel->setObjectName(QStringLiteral("deviceStateLabel"));
+    // The state is short and always shown whole; the error takes what is left and is shortened.
+    m_stateLabel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    m_stateLabel->setContentsMargins(2, 0, 12, 0);
+    m_errorLabel = new ElidedLabel(this);
+    m_errorLabel->setObjectName(QStringLiteral("lastErrorLabel"));
+    QPalette alert = m_errorLabel->palette();
+    alert.setColor(QPalette::WindowText, QColor(170, 20, 20));
+    m_errorLabel->setPalette(alert);
+    statusBar()->addWidget(m_stateLabel);
+    statusBar()->addWidget(m_errorLabel, 1);
+}
+
+void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
+{
+    // The models over the old tree go before the tree itself.
+    m_view->setModel(nullptr);
+    m_models.reset();
+    m_source = std::move(source);
+    m_errorLabel->setFullText(QString());
+    setWindowTitle(m_source ? QStringLiteral("%1 - Parameter Browser").arg(m_source->description())
+                            : QStringLiteral("Parameter Browser"));
+    rebuildModels();
+    updateDeviceState();
+}
+
+// How a host shows a parameter tree: a root row over the tree's root node, the chosen model over it,
+// the filter model for visibility levels (here under a search filter of the browser's own), the
+// framework's tree view and the library's item delegate.
+void BrowserWindow::rebuildModels()
+{
+    if (!m_source)
+        return;
+    const auto selected = currentFeature();
+    m_view->setModel(nullptr);
+    m_models.reset(new FeatureModelStack(m_source->model(), modelKind()));
+    m_models->setVisibility(visibility());
+    m_models->setSearchText(m_searchBox->text());
+    installDelegate();
+    m_view->setModel(m_models->view());
+    if (!m_searchBox->text().trimmed().isEmpty())
+        m_view->expandAll();
+
+    connect(m_models->parameters(), &core::Qt4GenericModel::errorReported, this, &BrowserWindow::reportError);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &BrowserWindow::showCurrentFeature);
+    // The integer view mode only changes what the styled model shows.
+    m_viewModeBox->setEnabled(modelKind() == ModelKind::Styled);
+
+    fitFeatureColumn();
+    if (!selected || !selectFeature(QString::fromStdString(selected->getName())))
+        showCurrentFeature();
+}
+
+// A fresh delegate per model: it remembers open editors by row, and the grid belongs to the styled look.
+void BrowserWindow::installDelegate()
+{
+    auto delegate = core::Qt4ParametersItemDelegate::create();
+    delegate->enableGrid(modelKind() == ModelKind::Styled);
+    m_view->setItemDelegate(delegate.get());
+    m_delegate = delegate;
+}
+
+// Wide enough for the longest name shown in the first column (with its indentation and icon), but
+// never more than half the view, so that values keep room.
+void BrowserWindow::fitFeatureColumn()
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model || model->columnCount() < 2)
+        return;
+    const int indent = m_view->indentation();
+    int widest = 0;
+    std::vector<std::pair<QModelIndex, int>> pending{{QModelIndex(), 0}};
+    while (!pending.empty()) {
+        const auto [parent, depth] = pending.back();
+        pending.pop_back();
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            pending.emplace_back(index, depth + 1);
+            // Spanning rows (styled categories) run into the value column and need no room here.
+            if (m_view->isFirstColumnSpanned(row, parent))
+                continue;
+            const QVariant font = index.data(Qt::FontRole);
+            const QFontMetrics metrics(font.isValid() ? font.value<QFont>() : m_view->font());
+            int width = indent * (depth + 1) + metrics.horizontalAdvance(index.data().toString()) + 16;
+            if (index.data(Qt::DecorationRole).isValid())
+                width += m_view->iconSize().isValid() ? m_view->iconSize().width() + 4 : 20;
+            widest = std::max(widest, width);
+        }
+    }
+    // Before the window is first laid out the view has no width of its own yet; the window has.
+    const int available = std::max(m_view->viewport()->width(), width() - 40);
+    const int limit = std::max(200, available / 2);
+    m_view->header()->resizeSection(0, std::clamp(widest, 180, limit));
+}
+
+void BrowserWindow::setModelKind(ModelKind kind)
+{
+    if (m_modelBox->currentIndex() == static_cast<int>(kind))
+        return;
+    m_modelBox->setCurrentIndex(static_cast<int>(kind));
+}
+
+void BrowserWindow::setVisibility(ParameterEntryVisibility level)
+{
+    m_visibilityBox->setCurrentIndex(visibilityIndex(level));
+}
+
+void BrowserWindow::setViewMode(IntegerViewMode mode)
+{
+    m_viewModeBox->setCurrentIndex(static_cast<int>(mode));
+    // The first setting may equal the box's initial index, which emits nothing.
+    BrowserSettings::applyViewMode(mode);
+}
+
+void BrowserWindow::setSearchText(const QString& text)
+{
+    m_searchBox->setText(text);
+}
+
+ModelKind BrowserWindow::modelKind() const
+{
+    return static_cast<ModelKind>(std::max(0, m_modelBox->currentIndex()));
+}
+
+ParameterEntryVisibility BrowserWindow::visibility() const
+{
+    return visibilityAt(m_visibilityBox->currentIndex());
+}
+
+IntegerViewMode BrowserWindow::viewMode() const
+{
+    return static_cast<IntegerViewMode>(std::max(0, m_viewModeBox->currentIndex()));
+}
+
+boost::shared_ptr<core::models::MvParametersEntryNode> BrowserWindow::currentFeature() const
+{
+    if (!m_models || !m_view->selectionModel())
+        return nullptr;
+    auto* row = dynamic_cast<core::Qt4GenericModelNode*>(
+        core::Qt4GenericTreeView::nodeAt(m_view->selectionModel()->currentIndex()));
+    return row ? boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(row->node()) : nullptr;
+}
+
+void BrowserWindow::showCurrentFeature()
+{
+    m_details->showFeature(currentFeature());
+}
+
+bool BrowserWindow::selectFeature(const QString& name)
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model)
+        return false;
+    std::vector<QModelIndex> pending{QModelIndex()};
+    while (!pending.empty()) {
+        const QModelIndex parent = pending.front();
+        pending.erase(pending.begin());
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            auto* node = dynamic_cast<core::Qt4GenericModelNode*>(core::Qt4GenericTreeView::nodeAt(index));
+            auto entry = node ? boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(node->node())
+                              : nullptr;
+            if (entry && QString::fromStdString(entry->getName()) == name) {
+                for (QModelIndex above = parent; above.isValid(); above = above.parent())
+                    m_view->expand(above);
+                m_view->setCurrentIndex(index);
+                m_view->scrollTo(index);
+                showCurrentFeature();
+                return true;
+            }
+            pending.push_back(index);
+        }
+    }
+    return false;
+}
+
+QString BrowserWindow::deviceStateText() const
+{
+    return m_stateLabel->fullText();
+}
+
+QString BrowserWindow::lastErrorText() const
+{
+    return m_errorLabel->fullText();
+}
+
+void BrowserWindow::updateDeviceState()
+{
+    if (!m_source) {
+        m_stateLabel->setFullText(QStringLiteral("Nothing open"));
+        return;
+    }
+    const bool connected = m_source->isConnected();
+    m_stateLabel->setFullText(connected
+                                  ? QStringLiteral("Connected: %1").arg(m_source->description())
+                                  : QStringLiteral("No answer from %1: the values shown are out of date")
+                                        .arg(m_source->description()));
+}
+
+void BrowserWindow::reportError(const QString& message)
+{
+    m_errorLabel->setFullText(
+        QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), message));
+}
+
+bool BrowserWindow::openSource(std::unique_ptr<ParameterSource> source, const QString& error)
+{
+    if (!source) {
+        QMessageBox::warning(this, QStringLiteral("Cannot Open"), error);
+        return false;
+    }
+    setSource(std::move(source));
+    return true;
+}
+
+void BrowserWindow::openDescription()
+{
+    const QString path = QFileDialog::getOpenFileName(
+        this, QStringLiteral("Open Device Description"), m_settings.lastDirectory(),
+        QStringLiteral("GenICam descriptions (*.xml);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_settings.setLastDirectory(QFileInfo(path).absolutePath());
+    QString error;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    auto source = ParameterSource::openXmlFile(path, &error);
+    QApplication::restoreOverrideCursor();
+    openSource(std::move(source), error);
+}
+
+void BrowserWindow::connectToDevice()
+{
+    DeviceDialog dialog(this);
+    dialog.show();
+    dialog.discover();
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    QString error;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    auto source = ParameterSource::openDevice(dialog.deviceId(), &error);
+    QApplication::restoreOverrideCursor();
+    openSource(std::move(source), error);
+}
+
+void BrowserWindow::openSimulatedCamera()
+{
+    QString error;
+    auto source = ParameterSource::openSimulated(&error);
+    openSource(std::move(source), error);
+}
+
+void BrowserWindow::openExampleDevice()
+{
+    setSource(ParameterSource::openExample());
+}
+
+bool BrowserWindow::saveValues(const QString& path, QString* error)
+{
+    if (!m_source) {
+        *error = QStringLiteral("nothing is open");
+        return false;
+    }
+    return FeatureValueStore::save(*m_source, path, error);
+}
+
+std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QString* error)
+{
+    if (!m_source) {
+        *error = QStringLiteral("nothing is open");
+        return {};
+    }
+    return FeatureValueStore::load(*m_source, path, error);
+}
+
+void BrowserWindow::saveValuesAs()
+{
+    const QString suggested = QDir(m_settings.lastDirectory()).filePath(QStringLiteral("feature-values.txt"));
+    const QString path =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save Feature Values"), suggested,
+                                     QStringLiteral("Feature values (*.txt);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_settings.setLastDirectory(QFileInfo(path).absolutePath());
+    QString error;
+    if (!saveValues(path, &error)) {
+        QMessageBox::warning(this, QStringLiteral("Cannot Save"), error);
+        return;
+    }
+    statusBar()->showMessage(QStringLiteral("Saved the feature values to %1").arg(path), 5000);
+}
+
+void BrowserWindow::loadValuesFrom()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Load Feature Values"), m_settings.lastDirectory(),
+                                     QStringLiteral("Feature values (*.txt);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_settings.setLastDirectory(QFileInfo(path).absolutePath());
+    QString error;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto failures = loadValues(path, &error);
+    QApplication::restoreOverrideCursor();
+    if (!error.isEmpty()) {
+        QMessageBox::warning(this, QStringLiteral("Cannot Load"), error);
+        return;
+    }
+    if (failures.empty()) {
+        statusBar()->showMessage(QStringLiteral("Set every value from %1").arg(path), 5000);
+        return;
+    }
+    QStringList lines;
+    for (const auto& failure : failures)
+        lines << QString::fromStdString(failure.text());
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Some Values Were Not Set"),
+                    QStringLiteral("%1 value(s) from %2 could not be set:").arg(failures.size()).arg(path),
+                    QMessageBox::Ok, this);
+    box.setInformativeText(lines.mid(0, 12).join(QLatin1Char('\n')) +
+                           (lines.size() > 12 ? QStringLiteral("\n...") : QString()));
+    box.setDetailedText(lines.join(QLatin1Char('\n')));
+    box.exec();
+}
+
+void BrowserWindow::refresh()
+{
+    if (m_source)
+        m_source->refresh();
+}
+
+void BrowserWindow::closeEvent(QCloseEvent* event)
+{
+    m_settings.setWindowGeometry(saveGeometry());
+    m_settings.setSplitterState(m_splitter->saveState());
+    QMainWindow::closeEvent(event);
+}
+
+} // namespace browser
+} // namespace vorn

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "BrowserSettings.h"
+#include "FeatureFailure.h"
+#include "ViewChoices.h"
+
+#include "host/MvParametersEntryNode.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QAbstractItemDelegate;
+class QComboBox;
+class QLineEdit;
+class QSplitter;
+class QTimer;
+
+namespace vorn {
+namespace core {
+class Qt4GenericTreeView;
+}
+namespace browser {
+
+class ElidedLabel;
+class FeatureDetailsPane;
+class FeatureModelStack;
+class ParameterSource;
+
+// The parameter browser's window: the tree of one parameter source in the framework's tree view,
+// behind the chosen model, the library's filter model and a search filter, with the library's item
+// delegate for in-place editing. The toolbar picks visibility level, model, integer view mode and
+// search text; the pane below the tree describes the selected feature; the status bar shows the
+// device's state and the last error the tree reported. File menu: open a description file, connect
+// to a device, save and load feature values.
+//
+// This is also the example of how a host puts the library's pieces together: see rebuildModels().
+class BrowserWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit BrowserWindow(QWidget* parent = nullptr);
+    ~BrowserWindow() override;
+
+    // The size of a window that nothing remembers yet.
+    static QSize defaultSize() { return QSize(920, 720); }
+
+    // Shows this source from now on; the window owns it.
+    void setSource(std::unique_ptr<ParameterSource> source);
+    ParameterSource* source() const { return m_source.get(); }
+
+    // What the toolbar offers, for start-up choices and scripts; these do not touch the remembered
+    // settings (only a person's choices in the toolbar do).
+    void setModelKind(ModelKind kind);
+    void setVisibility(core::models::ParameterEntryVisibility level);
+    void setViewMode(IntegerViewMode mode);
+    void setSearchText(const QString& text);
+    ModelKind modelKind() const;
+    core::models::ParameterEntryVisibility visibility() const;
+    IntegerViewMode viewMode() const;
+
+    // Makes the first row that shows this feature current (opening its categories); false when no
+    // row shows it at the current visibility and search.
+    bool selectFeature(const QString& name);
+
+    // Saves the writable values to a file; false and why in *error.
+    bool saveValues(const QString& path, QString* error);
+    // Applies a value file; returns the values that did not take and the lines that are not
+    // assignments, by line; *error is set when the file cannot be read at all.
+    std::vector<FeatureFailure> loadValues(const QString& path, QString* error);
+
+    core::Qt4GenericTreeView* view() const { return m_view; }
+    FeatureModelStack* models() const { return m_models.get(); }
+    FeatureDetailsPane* details() const { return m_details; }
+    QString deviceStateText() const;
+    QString lastErrorText() const;
+
+public slots:
+    void openDescription();
+    void connectToDevice();
+    void openSimulatedCamera();
+    void openExampleDevice();
+    void saveValuesAs();
+    void loadValuesFrom();
+    void refresh();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildActions();
+    void buildToolBar();
+    void buildStatusBar();
+    void rebuildModels();
+    void installDelegate();
+    void fitFeatureColumn();
+    void showCurrentFeature();
+    void updateDeviceState();
+    void reportError(const QString& message);
+    bool openSource(std::unique_ptr<ParameterSource> source, const QString& error);
+    boost::shared_ptr<core::models::MvParametersEntryNode> currentFeature() const;
+
+    BrowserSettings m_settings;
+    std::unique_ptr<ParameterSource> m_source;
+    std::unique_ptr<FeatureModelStack> m_models;
+    boost::shared_ptr<QAbstractItemDelegate> m_delegate;
+
+    core::Qt4GenericTreeView* m_view = nullptr;
+    FeatureDetailsPane* m_details = nullptr;
+    QSplitter* m_splitter = nullptr;
+    QComboBox* m_visibilityBox = nullptr;
+    QComboBox* m_modelBox = nullptr;
+    QComboBox* m_viewModeBox = nullptr;
+    QLineEdit* m_searchBox = nullptr;
+    ElidedLabel* m_stateLabel = nullptr;
+    ElidedLabel* m_errorLabel = nullptr;
+    QTimer* m_stateTimer = nullptr;
+};
+
+} // namespace browser
+} // namespace vorn

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/MvParametersEntryNode.h"
+
+#include <QString>
+
+namespace vorn {
+namespace browser {
+
+// A feature's properties in the words a person reads in the description pane and in messages.
+// Texts that do not apply to a feature's kind (the range of a string, say) are empty.
+class FeatureFacts
+{
+public:
+    explicit FeatureFacts(const core::models::MvParametersEntryNode& node) : m_node(node) {}
+
+    QString name() const;
+    QString displayName() const;
+    QString description() const;
+    QString kind() const;
+    QString access() const;
+    QString visibility() const;
+    QString range() const;
+    QString increment() const;
+    QString unit() const;
+    QString representation() const;
+
+    // Whether the feature holds a value (not a category, command or plain entry).
+    bool hasValue() const;
+    bool isCommand() const;
+
+    static QString accessName(core::models::ParameterEntryAccessMode mode);
+    static QString visibilityName(core::models::ParameterEntryVisibility level);
+    static QString representationName(core::models::ParameterIntegerRepresentation representation);
+
+private:
+    std::uint32_t typeId() const;
+
+    const core::models::MvParametersEntryNode& m_node;
+};
+
+} // namespace browser
+} // namespace vorn

@@ -1,0 +1,215 @@
+#include "FeatureValueFile.h"
+
+#include "FeatureFacts.h"
+#include "FeatureTreeWalk.h"
+#include "FeatureValueText.h"
+
+#include "host/MvParametersFloatNode.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/MvParametersUInt64Node.h"
+
+#include <charconv>
+#include <set>
+#include <sstream>
+
+namespace vorn {
+namespace browser {
+
+using namespace core::models;
+
+namespace {
+
+std::string trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string::npos)
+        return std::string();
+    const auto last = text.find_last_not_of(" \t");
+    return text.substr(first, last - first + 1);
+}
+
+// The field index of a node that is one index of a field, or -1.
+int fieldIndexOf(const MvParametersEntryNode& node)
+{
+    switch (static_cast<const core::GenericModelNode&>(node).typeId()) {
+    case pntInteger: {
+        const auto& n = static_cast<const MvParametersIntegerNode&>(node);
+        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
+    }
+    case pntUInt64: {
+        const auto& n = static_cast<const MvParametersUInt64Node&>(node);
+        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
+    }
+    case pntFloat: {
+        const auto& n = static_cast<const MvParametersFloatNode&>(node);
+        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
+    }
+    default:
+        return -1;
+    }
+}
+
+std::string headingOf(const std::vector<std::string>& path)
+{
+    std::string text = "#";
+    for (std::size_t i = 0; i < path.size(); ++i)
+        text += (i == 0 ? " " : " > ") + path[i];
+    return text;
+}
+
+} // namespace
+
+std::string FeatureValueFile::write(const boost::shared_ptr<MvParametersEntryNode>& root,
+                                    const std::string& heading)
+{
+    std::ostringstream out;
+    std::istringstream headingLines(heading);
+    for (std::string line; std::getline(headingLines, line);)
+        out << "# " << line << '\n';
+
+    std::set<std::string> written;
+    std::vector<std::string> path;      // display names of the categories above the current node
+    std::vector<std::string> shownPath; // the path of the last heading written
+    FeatureTreeWalk::forEach(root, [&](const FeatureTreeWalk::EntryPtr& node, int depth) {
+        path.resize(static_cast<std::size_t>(depth));
+        const FeatureFacts facts(*node);
+        if (!facts.hasValue()) {
+            path.push_back(node->getDisplayName());
+            return;
+        }
+        // Internal nodes are the device's business, not settings a person makes.
+        if (!node->isWritable() || node->getType() == petInternal)
+            return;
+        const auto value = FeatureValueText::format(*node);
+        if (!value)
+            return;
+        const int index = fieldIndexOf(*node);
+        const FeatureAssignment assignment{node->getName(), index, *value, 0};
+        if (!written.insert(assignment.key()).second)
+            return;
+        if (path != shownPath) {
+            out << '\n' << headingOf(path) << '\n';
+            shownPath = path;
+        }
+        out << assignment.key() << '=' << escape(*value) << '\n';
+    });
+    return out.str();
+}
+
+FeatureValueFile::Reading FeatureValueFile::read(const std::string& text)
+{
+    Reading reading;
+    std::istringstream lines(text);
+    int number = 0;
+    for (std::string line; std::getline(lines, line);) {
+        ++number;
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        const std::string content = trimmed(line);
+        if (content.empty() || content[0] == '#')
+            continue;
+        FeatureAssignment assignment;
+        std::string reason;
+        if (!parseAssignment(line, &assignment, &reason)) {
+            reading.problems.push_back({number, reason});
+            continue;
+        }
+        assignment.value = unescape(assignment.value);
+        assignment.line = number;
+        reading.assignments.push_back(assignment);
+    }
+    return reading;
+}
+
+bool FeatureValueFile::parseAssignment(const std::string& text, FeatureAssignment* assignment,
+                                       std::string* reason)
+{
+    const auto equals = text.find('=');
+    if (equals == std::string::npos) {
+        *reason = "expected Name=Value, found \"" + trimmed(text) + "\"";
+        return false;
+    }
+    std::string key = trimmed(text.substr(0, equals));
+    int index = -1;
+    if (!key.empty() && key.back() == ']') {
+        const auto open = key.find('[');
+        const std::string digits =
+            open == std::string::npos ? std::string() : key.substr(open + 1, key.size() - open - 2);
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), index);
+        if (digits.empty() || result.ec != std::errc() || result.ptr != digits.data() + digits.size() ||
+            index < 0) {
+            *reason = "\"" + key + "\" is not a feature name with an index such as Name[2]";
+            return false;
+        }
+        key = trimmed(key.substr(0, open));
+    }
+    if (key.empty()) {
+        *reason = "no feature name before '='";
+        return false;
+    }
+    assignment->name = key;
+    assignment->fieldIndex = index;
+    assignment->value = text.substr(equals + 1);
+    return true;
+}
+
+std::string FeatureValueFile::escape(const std::string& value)
+{
+    std::string out;
+    out.reserve(value.size());
+    for (char c : value) {
+        switch (c) {
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        default:
+            out += c;
+        }
+    }
+    return out;
+}
+
+// Unknown sequences stay as written, so that a hand-written path such as C:\data reads as meant.
+std::string FeatureValueFile::unescape(const std::string& value)
+{
+    std::string out;
+    out.reserve(value.size());
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const char c = value[i];
+        if (c != '\\' || i + 1 == value.size()) {
+            out += c;
+            continue;
+        }
+        switch (value[i + 1]) {
+        case '\\':
+            out += '\\';
+            break;
+        case 'n':
+            out += '\n';
+            break;
+        case 'r':
+            out += '\r';
+            break;
+        case 't':
+            out += '\t';
+            break;
+        default:
+            out += c;
+            continue;
+        }
+        ++i;
+    }
+    return out;
+}
+
+} // namespace browser
+} // namespace vorn

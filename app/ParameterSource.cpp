@@ -1,0 +1,114 @@
+#include "ParameterSource.h"
+
+#include "FeatureTreeWalk.h"
+
+#include "example/ExampleTree.h"
+
+#include <QCoreApplication>
+
+namespace vorn {
+namespace browser {
+
+using core::models::GenicamParameterTree;
+
+namespace {
+
+std::unique_ptr<ParameterSource> failed(const std::string& why, QString* error)
+{
+    if (error)
+        *error = QString::fromStdString(why);
+    return nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<ParameterSource> ParameterSource::openSimulated(QString* error)
+{
+    std::string why;
+    auto tree = GenicamParameterTree::openSimulated(&why);
+    if (!tree)
+        return failed("cannot open the simulated camera: " + why, error);
+    std::unique_ptr<ParameterSource> source(new ParameterSource);
+    source->m_device = tree;
+    source->m_description = QStringLiteral("simulated camera");
+    return source;
+}
+
+std::unique_ptr<ParameterSource> ParameterSource::openXmlFile(const QString& path, QString* error)
+{
+    std::string why;
+    auto tree = GenicamParameterTree::openXmlFile(path.toStdString(), &why);
+    if (!tree)
+        return failed(why, error);
+    std::unique_ptr<ParameterSource> source(new ParameterSource);
+    source->m_device = tree;
+    source->m_description = path;
+    return source;
+}
+
+std::unique_ptr<ParameterSource> ParameterSource::openDevice(const QString& deviceId, QString* error)
+{
+    std::string why;
+    auto tree = GenicamParameterTree::openDevice(deviceId.toStdString(), &why);
+    if (!tree)
+        return failed(why.empty() ? "no device " + deviceId.toStdString() : why, error);
+    std::unique_ptr<ParameterSource> source(new ParameterSource);
+    source->m_device = tree;
+    source->m_description = deviceId;
+    return source;
+}
+
+std::unique_ptr<ParameterSource> ParameterSource::openExample()
+{
+    std::unique_ptr<ParameterSource> source(new ParameterSource);
+    source->m_example = example::buildExampleTree();
+    source->m_description = QStringLiteral("example device");
+    return source;
+}
+
+ParameterSource::~ParameterSource() = default;
+
+boost::shared_ptr<core::models::MvParametersModel> ParameterSource::model() const
+{
+    return m_device ? m_device->model() : m_example->model();
+}
+
+QString ParameterSource::description() const
+{
+    return m_description;
+}
+
+bool ParameterSource::isConnected() const
+{
+    return !m_device || m_device->deviceState() == GenicamParameterTree::dsConnected;
+}
+
+std::vector<ParameterSource::EntryPtr> ParameterSource::nodesNamed(const std::string& name) const
+{
+    std::vector<EntryPtr> found;
+    FeatureTreeWalk::forEach(model()->root(), [&](const EntryPtr& node, int) {
+        if (node->getName() == name)
+            found.push_back(node);
+    });
+    return found;
+}
+
+bool ParameterSource::waitIdle(int timeoutMs)
+{
+    if (m_device)
+        return m_device->waitIdle(timeoutMs);
+    // The example tree answers every write at once; only its timers run later.
+    QCoreApplication::processEvents();
+    return true;
+}
+
+void ParameterSource::refresh()
+{
+    if (m_device)
+        m_device->refresh();
+    else
+        m_example->notifyAllChanged();
+}
+
+} // namespace browser
+} // namespace vorn

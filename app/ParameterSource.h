@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/GenicamParameterTree.h"
+#include "host/InMemoryParameterTree.h"
+
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorn {
+namespace browser {
+
+// One open parameter tree, whatever it comes from: Aravis's simulated camera, a description file, a
+// live device or the built-in example tree. It owns the tree (and with it the device thread) and
+// answers the few questions the browser asks of any tree.
+class ParameterSource
+{
+public:
+    using EntryPtr = boost::shared_ptr<core::models::MvParametersEntryNode>;
+
+    // Each gives an empty pointer and, in *error, a one-line reason when the tree cannot be opened.
+    static std::unique_ptr<ParameterSource> openSimulated(QString* error);
+    static std::unique_ptr<ParameterSource> openXmlFile(const QString& path, QString* error);
+    static std::unique_ptr<ParameterSource> openDevice(const QString& deviceId, QString* error);
+    static std::unique_ptr<ParameterSource> openExample();
+
+    ~ParameterSource();
+
+    boost::shared_ptr<core::models::MvParametersModel> model() const;
+    // What is shown, in words: "simulated camera", the file's path, the device id, "example device".
+    QString description() const;
+    // False while a live device does not answer.
+    bool isConnected() const;
+
+    // Every node that shows this feature, in tree order. A feature listed in two categories has a
+    // node in each; the nodes of a field (one feature with several indexes) all share its name.
+    std::vector<EntryPtr> nodesNamed(const std::string& name) const;
+
+    // Returns when every write asked for so far has been answered and its result shown (or after
+    // timeoutMs); false on time-out.
+    bool waitIdle(int timeoutMs = 5000);
+    // Reads every value again, for changes the tree cannot see by itself.
+    void refresh();
+
+private:
+    ParameterSource() = default;
+
+    boost::shared_ptr<core::models::GenicamParameterTree> m_device;
+    boost::shared_ptr<core::models::InMemoryParameterTree> m_example;
+    QString m_description;
+};
+
+} // namespace browser
+} // namespace vorn

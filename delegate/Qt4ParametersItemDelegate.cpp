@@ -1,0 +1,437 @@
+#include "delegate/Qt4ParametersItemDelegate.h"
+
+#include "delegate/Qt4Int64SpinBox.h"
+#include "delegate/Qt4UInt64SpinBox.h"
+#include "models/ParameterRowSupport.h"
+
+#include "host/MvParametersEnumerationNode.h"
+#include "host/MvParametersFloatNode.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/MvParametersModel.h"
+#include "host/MvParametersStringNode.h"
+#include "host/MvParametersUInt64Node.h"
+#include "host/Qt4GenericModelNode.h"
+
+#include <QColor>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QIcon>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+
+#include <limits>
+
+namespace vorn {
+namespace core {
+
+using models::MvParametersEntryNode;
+using models::MvParametersEnumEntryNode;
+using models::MvParametersEnumerationNode;
+using models::MvParametersFloatNode;
+using models::MvParametersIntegerNode;
+using models::MvParametersStringNode;
+using models::MvParametersUInt64Node;
+
+namespace {
+
+// The parameter kinds that have an editor; everything else is edited elsewhere (check boxes,
+// command buttons) or not at all.
+enum class EditorKind { None, Integer, UInt64, Enumeration, String, Float };
+
+EditorKind kindOf(const GenericModelNode& node)
+{
+    const std::uint32_t type = node.typeId();
+    if (type == MvParametersIntegerNode::typeId())
+        return EditorKind::Integer;
+    if (type == MvParametersUInt64Node::typeId())
+        return EditorKind::UInt64;
+    if (type == MvParametersEnumerationNode::typeId())
+        return EditorKind::Enumeration;
+    if (type == MvParametersStringNode::typeId())
+        return EditorKind::String;
+    if (type == MvParametersFloatNode::typeId())
+        return EditorKind::Float;
+    return EditorKind::None;
+}
+
+// The row behind an index. Null when the model answers Qt::UserRole with something else: such an
+// index gets no editor and is drawn as the base delegate draws it.
+Qt4AbstractModelNodePtr rowOf(const QModelIndex& index)
+{
+    return qvariant_cast<Qt4AbstractModelNodePtr>(index.data(Qt::UserRole));
+}
+
+boost::shared_ptr<GenericModelNode> parameterOf(const QModelIndex& index)
+{
+    const boost::shared_ptr<Qt4GenericModelNode> row =
+        boost::dynamic_pointer_cast<Qt4GenericModelNode>(rowOf(index));
+    return row ? row->node() : boost::shared_ptr<GenericModelNode>();
+}
+
+template <class Node> Node& as(const boost::shared_ptr<GenericModelNode>& node)
+{
+    // The type id has been compared already.
+    return static_cast<Node&>(*node);
+}
+
+// The spin boxes keep their line edit to themselves; the delegate selects its whole text so that
+// typing replaces the value.
+void selectAllText(QAbstractSpinBox* box)
+{
+    if (auto* edit = box->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly))
+        edit->selectAll();
+}
+
+template <class Box, class Node> void fillSpinBox(QWidget* editor, const Node& node)
+{
+    auto* box = qobject_cast<Box*>(editor);
+    if (!box)
+        return;
+    // A step of 0 leaves the box's own step; the commit then refuses every value of a range wider
+    // than one value.
+    box->setRange(node.getMinValue(), node.getMaxValue());
+    box->setSingleStep(node.getStepValue());
+    box->setValue(node.getNodeValue());
+    selectAllText(box);
+}
+
+void fillComboBox(QWidget* editor, const MvParametersEnumerationNode& node)
+{
+    auto* combo = qobject_cast<QComboBox*>(editor);
+    if (!combo)
+        return;
+    combo->setFont(rows::boldFont());
+    int current = -1;
+    int position = 0;
+    auto entries = node.getEnumEntryNodes();
+    while (entries && entries->hasNext()) {
+        const boost::shared_ptr<MvParametersEnumEntryNode> entry = entries->next();
+        if (!entry)
+            continue;
+        // Entries the device does not offer now cannot be chosen, so they get no line at all.
+        const models::ParameterEntryAccessMode mode = entry->getAccessMode();
+        if (mode == models::peamNotImplemented || mode == models::peamNotAvailable)
+            continue;
+        combo->addItem(QIcon(), rows::text(entry->getDisplayName()), QVariant(qlonglong(entry->getValue())));
+        if (entry->getSymbolic() == node.getNodeValue())
+            current = position;
+        ++position;
+    }
+    // When the current entry is not offered, the combo box keeps its own choice (the first line).
+    if (current >= 0)
+        combo->setCurrentIndex(current);
+}
+
+void fillLineEdit(QWidget* editor, const MvParametersStringNode& node)
+{
+    auto* edit = qobject_cast<QLineEdit*>(editor);
+    if (!edit)
+        return;
+    edit->setFont(rows::fixedBoldFont());
+    // A length beyond what a line edit can hold means "no practical limit".
+    const long long maxLength = node.getMaxLength();
+    edit->setMaxLength(static_cast<int>(qBound<long long>(0, maxLength, std::numeric_limits<int>::max())));
+    edit->setText(QString::fromUtf8(node.getNodeValue().c_str()));
+    edit->selectAll();
+}
+
+void fillDoubleSpinBox(QWidget* editor, const MvParametersFloatNode& node)
+{
+    auto* box = qobject_cast<QDoubleSpinBox*>(editor);
+    if (!box)
+        return;
+    box->setFont(rows::boldFont());
+    // The value goes in while the box still has Qt's default two decimals: it enters rounded to two
+    // decimals and is then shown with fifteen (0.001 opens as 0.000000000000000). The order is
+    // deliberate; do not move setDecimals up.
+    box->setRange(node.getMinValue(), node.getMaxValue());
+    box->setValue(node.getNodeValue());
+    box->setDecimals(15);
+    box->selectAll();
+}
+
+// Whether value may be written: inside the range and a whole number of increments above the
+// minimum. A parameter without an increment accepts only the one value of a single-value range.
+bool acceptable(qint64 value, qint64 minimum, qint64 maximum, qint64 step)
+{
+    if (value < minimum)
+        return false;
+    if (value > maximum)
+        return false;
+    if (step == 0)
+        return minimum == maximum;
+    // The difference is taken modulo 2^64: in a range wider than the signed type it wraps to a
+    // negative number, and the truncating signed remainder decides. Unsigned subtraction gets that
+    // number without the undefined behaviour of a signed overflow.
+    const qint64 difference =
+        static_cast<qint64>(static_cast<quint64>(value) - static_cast<quint64>(minimum));
+    // Every number is a multiple of -1, and the most negative difference divided by -1 would trap.
+    if (step == -1)
+        return true;
+    return difference % step == 0;
+}
+
+bool acceptable(quint64 value, quint64 minimum, quint64 maximum, quint64 step)
+{
+    if (value < minimum)
+        return false;
+    if (value > maximum)
+        return false;
+    if (step == 0)
+        return minimum == maximum;
+    return (value - minimum) % step == 0;
+}
+
+QString nameOf(const MvParametersEntryNode& node)
+{
+    return QString::fromUtf8(node.getName().c_str());
+}
+
+// The placeholders are filled one after the other; a name containing "%3" would take the minimum as
+// well, but parameter names are identifiers and carry no '%'.
+template <class T>
+void warnIntegerRange(T value, const MvParametersEntryNode& node, T minimum, T maximum, T step)
+{
+    const QString text =
+        QStringLiteral("Illegal number (%1): The value of <b>%2</b> must be between %3 and %4 (stepsize %5).")
+            .arg(value)
+            .arg(nameOf(node))
+            .arg(minimum)
+            .arg(maximum)
+            .arg(step);
+    QMessageBox::warning(nullptr, QStringLiteral("Parameter Range"), text, QMessageBox::Ok,
+                         QMessageBox::NoButton);
+}
+
+void warnFloatRange(double value, const MvParametersFloatNode& node)
+{
+    const QString text =
+        QStringLiteral("Illegal number (%1): The value of <b>%2</b> must be between %3 and %4.")
+            .arg(value)
+            .arg(nameOf(node))
+            .arg(node.getMinValue())
+            .arg(node.getMaxValue());
+    QMessageBox::warning(nullptr, QStringLiteral("GenICam"), text, QMessageBox::Ok, QMessageBox::NoButton);
+}
+
+// Hands value to the parameter tree. A tree that is being torn down has dropped its callback; the
+// edit is then lost without a word, as there is nobody left to tell.
+void commit(const boost::shared_ptr<GenericModelNode>& node, const boost::any& value)
+{
+    models::writeThroughCallback(boost::static_pointer_cast<MvParametersEntryNode>(node), value);
+}
+
+template <class Box, class Node>
+void commitIntegral(QWidget* editor, const boost::shared_ptr<GenericModelNode>& node)
+{
+    const auto* box = qobject_cast<Box*>(editor);
+    if (!box)
+        return;
+    const Node& parameter = as<Node>(node);
+    using T = typename Node::ValueType;
+    const T value = box->value();
+    if (!acceptable(value, parameter.getMinValue(), parameter.getMaxValue(), parameter.getStepValue())) {
+        warnIntegerRange<T>(value, parameter, parameter.getMinValue(), parameter.getMaxValue(),
+                            parameter.getStepValue());
+        return;
+    }
+    commit(node, boost::any(value));
+}
+
+} // namespace
+
+boost::shared_ptr<Qt4ParametersItemDelegate> Qt4ParametersItemDelegate::create()
+{
+    return boost::shared_ptr<Qt4ParametersItemDelegate>(new Qt4ParametersItemDelegate(nullptr));
+}
+
+Qt4ParametersItemDelegate::Qt4ParametersItemDelegate(QObject* parent)
+    : QStyledItemDelegate(parent), gridEnabled(false)
+{
+    // Every way the delegate ends an editor (Enter, Escape, Tab, focus loss) passes through
+    // closeEditor, with or without a commit before it.
+    connect(this, SIGNAL(closeEditor(QWidget*)), this, SLOT(editorClosed(QWidget*)));
+}
+
+Qt4ParametersItemDelegate::~Qt4ParametersItemDelegate() = default;
+
+void Qt4ParametersItemDelegate::enableGrid(bool enable)
+{
+    gridEnabled = enable;
+}
+
+void Qt4ParametersItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    if (gridEnabled) {
+        const Qt4AbstractModelNodePtr row = rowOf(index);
+        if (row && row->isGridEnabled(index.column())) {
+            // Drawn first: an opaque background or selection of the item covers it.
+            painter->save();
+            painter->setPen(QColor(192, 192, 192, 255));
+            const QRect cell = option.rect;
+            painter->drawRects(&cell, 1);
+            painter->restore();
+        }
+    }
+    QStyledItemDelegate::paint(painter, option, index);
+}
+
+QSize Qt4ParametersItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    // Both cells of a row in edit get the editor's height; an invalid width keeps the column's.
+    const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
+    if (node && nodesInEdit.contains(node.get()))
+        return QSize(-1, 20);
+    return QStyledItemDelegate::sizeHint(option, index);
+}
+
+QWidget* Qt4ParametersItemDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                                 const QModelIndex& index) const
+{
+    const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
+    if (!node)
+        return nullptr;
+    switch (kindOf(*node)) {
+    case EditorKind::Integer:
+        // An integer shown as a check box is edited through its check state.
+        if (as<MvParametersIntegerNode>(node).getRepresentation() == models::pirBoolean)
+            return nullptr;
+        return new Qt4Int64SpinBox(parent);
+    case EditorKind::UInt64:
+        return new Qt4UInt64SpinBox(parent);
+    case EditorKind::Enumeration:
+        return new QComboBox(parent);
+    case EditorKind::String:
+        return new QLineEdit(parent);
+    case EditorKind::Float:
+        return new QDoubleSpinBox(parent);
+    case EditorKind::None:
+        break;
+    }
+    return nullptr;
+}
+
+void Qt4ParametersItemDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    if (initialisedEditors.contains(editor))
+        return;
+    const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
+    if (!node)
+        return;
+    switch (kindOf(*node)) {
+    case EditorKind::Integer:
+        fillSpinBox<Qt4Int64SpinBox>(editor, as<MvParametersIntegerNode>(node));
+        break;
+    case EditorKind::UInt64:
+        fillSpinBox<Qt4UInt64SpinBox>(editor, as<MvParametersUInt64Node>(node));
+        break;
+    case EditorKind::Enumeration:
+        fillComboBox(editor, as<MvParametersEnumerationNode>(node));
+        break;
+    case EditorKind::String:
+        fillLineEdit(editor, as<MvParametersStringNode>(node));
+        break;
+    case EditorKind::Float:
+        fillDoubleSpinBox(editor, as<MvParametersFloatNode>(node));
+        break;
+    case EditorKind::None:
+        break;
+    }
+
+    initialisedEditors.insert(editor);
+    editorNodes.insert(editor, node.get());
+    editorIndexes.insert(editor, index);
+    nodesInEdit.insert(node.get());
+
+    auto* self = const_cast<Qt4ParametersItemDelegate*>(this);
+    // A view that drops its editors without closing them (a model reset, removed rows, another
+    // current index) would leave them here; a later editor at the same address would then never be
+    // filled. Forget an editor when it goes away at the latest.
+    connect(editor, &QObject::destroyed, self, [self, editor] { self->forgetDestroyedEditor(editor); });
+    emit self->sizeHintChanged(index);
+}
+
+void Qt4ParametersItemDelegate::setModelData(QWidget* editor, QAbstractItemModel*,
+                                             const QModelIndex& index) const
+{
+    const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
+    if (!node)
+        return;
+    switch (kindOf(*node)) {
+    case EditorKind::Integer:
+        commitIntegral<Qt4Int64SpinBox, MvParametersIntegerNode>(editor, node);
+        return;
+    case EditorKind::UInt64:
+        commitIntegral<Qt4UInt64SpinBox, MvParametersUInt64Node>(editor, node);
+        return;
+    case EditorKind::Float: {
+        const auto* box = qobject_cast<QDoubleSpinBox*>(editor);
+        if (!box)
+            return;
+        const MvParametersFloatNode& parameter = as<MvParametersFloatNode>(node);
+        const double value = box->value();
+        // The box rounds its bounds to its decimals, and the range may have changed while it was
+        // open: the parameter's own range decides.
+        if (parameter.getMinValue() > value || value > parameter.getMaxValue()) {
+            warnFloatRange(value, parameter);
+            return;
+        }
+        commit(node, boost::any(value));
+        return;
+    }
+    case EditorKind::Enumeration: {
+        const auto* combo = qobject_cast<QComboBox*>(editor);
+        if (!combo)
+            return;
+        // An empty combo box (no entry offered) writes 0; the tree decides what that means.
+        const long long value = combo->itemData(combo->currentIndex(), Qt::UserRole).toLongLong();
+        commit(node, boost::any(value));
+        return;
+    }
+    case EditorKind::String: {
+        const auto* edit = qobject_cast<QLineEdit*>(editor);
+        if (!edit)
+            return;
+        // The line edit's maximum length has bounded the text already.
+        commit(node, boost::any(edit->text().toStdString()));
+        return;
+    }
+    case EditorKind::None:
+        return;
+    }
+}
+
+void Qt4ParametersItemDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                                     const QModelIndex&) const
+{
+    editor->setGeometry(option.rect);
+}
+
+void Qt4ParametersItemDelegate::editorClosed(QWidget* editor)
+{
+    initialisedEditors.remove(editor);
+    GenericModelNode* node = editorNodes.value(editor, nullptr);
+    const QModelIndex index = editorIndexes.value(editor);
+    nodesInEdit.remove(node);
+    editorNodes.remove(editor);
+    editorIndexes.remove(editor);
+    Q_ASSERT(editorNodes.size() == editorIndexes.size());
+    emit sizeHintChanged(index);
+}
+
+void Qt4ParametersItemDelegate::forgetDestroyedEditor(QWidget* editor)
+{
+    if (!initialisedEditors.contains(editor) && !editorNodes.contains(editor))
+        return;
+    initialisedEditors.remove(editor);
+    nodesInEdit.remove(editorNodes.value(editor, nullptr));
+    editorNodes.remove(editor);
+    editorIndexes.remove(editor);
+    // The recorded index may belong to rows that are gone; an invalid one still makes views lay out.
+    emit sizeHintChanged(QModelIndex());
+}
+
+} // namespace core
+} // namespace vorn

@@ -1,0 +1,385 @@
+// The browser's window driven as a person does: the toolbar's visibility, model, integer view mode
+// and search, an in-place edit, the description pane, the status bar, value files, and whether the
+// chosen font fits the rows the models ask for.
+
+#include "BrowserSettings.h"
+#include "BrowserStyle.h"
+#include "BrowserWindow.h"
+#include "DeviceDialog.h"
+#include "FeatureDetailsPane.h"
+#include "FeatureModelStack.h"
+#include "FeatureWriter.h"
+#include "ParameterSource.h"
+
+#include "support/ModelDump.h"
+#include "support/Review.h"
+
+#include "delegate/CenteredCommandButton.h"
+#include "delegate/Qt4ParametersItemDelegate.h"
+#include "host/MovaniApplication.h"
+#include "host/MvParametersIntegerNode.h"
+#include "host/Qt4GenericTreeView.h"
+#include "models/Qt4ParametersModel.h"
+#include "models/Qt4StyledBooleanParametersModel.h"
+#include "models/Qt4StyledParametersModel.h"
+
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace vorn::browser;
+using namespace vorn::core;
+using namespace vorn::core::models;
+
+namespace {
+
+// The first row in tree order whose column 0 shows text, in column `column`.
+QModelIndex findRow(const QAbstractItemModel* model, const QString& text, int column = 0,
+                    const QModelIndex& parent = QModelIndex())
+{
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+        const QModelIndex index = model->index(row, 0, parent);
+        if (index.data().toString() == text)
+            return index.sibling(row, column);
+        const QModelIndex below = findRow(model, text, column, index);
+        if (below.isValid())
+            return below;
+    }
+    return QModelIndex();
+}
+
+QStringList namesShown(const QAbstractItemModel* model, const QModelIndex& parent = QModelIndex())
+{
+    QStringList names;
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+        const QModelIndex index = model->index(row, 0, parent);
+        names << index.data().toString();
+        names << namesShown(model, index);
+    }
+    return names;
+}
+
+void settle()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+class BrowserWindowTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        // The window's settings go to a test location, emptied first: every test starts as a first run.
+        QStandardPaths::setTestModeEnabled(true);
+        QSettings(QStringLiteral("Vorn"), QStringLiteral("parameter-browser")).clear();
+        BrowserStyle::apply();
+        window.reset(new BrowserWindow);
+        window->setSource(ParameterSource::openExample());
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+    void TearDown() override
+    {
+        window.reset();
+        QStandardPaths::setTestModeEnabled(false);
+    }
+
+    template <class T> T* child(const char* name) const
+    {
+        T* found = window->findChild<T*>(QLatin1String(name));
+        EXPECT_TRUE(found) << name;
+        return found;
+    }
+    // A choice in one of the toolbar's boxes, as a person makes it (the box emits both signals).
+    void choose(const char* box, const QString& text)
+    {
+        auto* combo = child<QComboBox>(box);
+        const int index = combo->findText(text);
+        ASSERT_GE(index, 0) << text.toStdString();
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
+        settle();
+    }
+    QAbstractItemModel* shown() const { return window->view()->model(); }
+    QString valueShown(const char* name) const
+    {
+        return findRow(shown(), QLatin1String(name), 1).data().toString();
+    }
+
+    std::unique_ptr<BrowserWindow> window;
+};
+
+TEST_F(BrowserWindowTest, firstRunShowsTheStyledModelAtTheBeginnerLevelWithTheLibrarysDelegate)
+{
+    EXPECT_EQ(window->modelKind(), ModelKind::Styled);
+    EXPECT_EQ(window->visibility(), pevBeginner);
+    EXPECT_EQ(window->viewMode(), IntegerViewMode::Decimal);
+    // The view shows the search filter over the library's filter model over the styled model.
+    EXPECT_EQ(shown(), window->models()->view());
+    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    // (The filter answers level 0 as 1; it filters by the level it was given.)
+    EXPECT_FALSE(namesShown(shown()).contains(QStringLiteral("OffsetX")));
+    EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));
+    EXPECT_EQ(shown()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Feature"));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("example device - Parameter Browser"));
+    EXPECT_EQ(window->deviceStateText(), QStringLiteral("Connected: example device"));
+}
+
+TEST_F(BrowserWindowTest, theVisibilityBoxHidesAndShowsLevelsAndIsRemembered)
+{
+    QStringList names = namesShown(shown());
+    EXPECT_TRUE(names.contains(QStringLiteral("Width")));
+    EXPECT_FALSE(names.contains(QStringLiteral("OffsetX")));
+    EXPECT_FALSE(names.contains(QStringLiteral("Transport Layer")));
+    EXPECT_FALSE(names.contains(QStringLiteral("Counters")));
+
+    choose("visibilityBox", QStringLiteral("Expert"));
+    names = namesShown(shown());
+    EXPECT_TRUE(names.contains(QStringLiteral("OffsetX")));
+    EXPECT_TRUE(names.contains(QStringLiteral("Transport Layer")));
+    EXPECT_FALSE(names.contains(QStringLiteral("Counters")));
+    EXPECT_EQ(BrowserSettings().visibility(), pevExpert);
+
+    choose("visibilityBox", QStringLiteral("Guru"));
+    EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Counters")));
+    EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Device Reset")));
+
+    choose("visibilityBox", QStringLiteral("All"));
+    EXPECT_EQ(window->models()->filter()->getCurrentVisibility(), pevAll);
+    choose("visibilityBox", QStringLiteral("Beginner"));
+    EXPECT_FALSE(namesShown(shown()).contains(QStringLiteral("OffsetX")));
+}
+
+TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
+{
+    choose("modelBox", QStringLiteral("Plain"));
+    EXPECT_TRUE(qobject_cast<Qt4ParametersModel*>(window->view()->sourceModel()));
+    EXPECT_EQ(shown()->columnCount(), 2);
+    // The plain model opens fully expanded, and integers take no view mode there.
+    EXPECT_TRUE(window->view()->isExpanded(findRow(shown(), QStringLiteral("Image Format Control"))));
+    EXPECT_FALSE(child<QComboBox>("viewModeBox")->isEnabled());
+    EXPECT_EQ(BrowserSettings().modelKind(), ModelKind::Plain);
+
+    choose("modelBox", QStringLiteral("Events"));
+    EXPECT_TRUE(qobject_cast<Qt4StyledBooleanParametersModel*>(window->view()->sourceModel()));
+    EXPECT_EQ(shown()->columnCount(), 1);
+    EXPECT_EQ(shown()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Events"));
+    const QStringList names = namesShown(shown());
+    EXPECT_TRUE(names.contains(QStringLiteral("Reverse Y")));
+    EXPECT_FALSE(names.contains(QStringLiteral("Width")));
+
+    choose("modelBox", QStringLiteral("Styled"));
+    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(child<QComboBox>("viewModeBox")->isEnabled());
+    // Each model gets a delegate of its own; the visibility level carries over.
+    EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));
+    EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Width")));
+    EXPECT_FALSE(namesShown(shown()).contains(QStringLiteral("OffsetX")));
+}
+
+TEST_F(BrowserWindowTest, theIntegerViewModeGoesToTheHostSettingAndTheViewFollows)
+{
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    choose("viewModeBox", QStringLiteral("Hex"));
+    EXPECT_EQ(MovaniApplication::getConfigIntEntry(integerViewModeKey(), -1), 1);
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("0x500 px"));
+    choose("viewModeBox", QStringLiteral("Binary"));
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("0b10100000000 px"));
+    EXPECT_EQ(BrowserSettings().viewMode(), IntegerViewMode::Binary);
+    choose("viewModeBox", QStringLiteral("Decimal"));
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+}
+
+TEST_F(BrowserWindowTest, theSearchBoxKeepsMatchesWithTheirCategories)
+{
+    auto* search = child<QLineEdit>("searchBox");
+    QTest::keyClicks(search, QStringLiteral("width"));
+    settle();
+    EXPECT_EQ(vorn::test::dumpRows(shown()),
+              QStringList({QStringLiteral("Image Format Control | "), QStringLiteral("  Width | 1280 px")}));
+    EXPECT_TRUE(window->view()->isExpanded(findRow(shown(), QStringLiteral("Image Format Control"))));
+
+    // The feature name finds a row that shows another name.
+    search->setText(QStringLiteral("AcquisitionFrameRate"));
+    settle();
+    EXPECT_EQ(namesShown(shown()),
+              QStringList({QStringLiteral("Acquisition Control"), QStringLiteral("Frame Rate")}));
+
+    // A matching category brings what it holds.
+    search->setText(QStringLiteral("device control"));
+    settle();
+    const QStringList names = namesShown(shown());
+    EXPECT_TRUE(names.contains(QStringLiteral("Vendor")));
+    EXPECT_TRUE(names.contains(QStringLiteral("User ID")));
+    EXPECT_FALSE(names.contains(QStringLiteral("Width")));
+
+    // The search and the visibility level work together, also across a model switch.
+    search->setText(QStringLiteral("offset"));
+    settle();
+    EXPECT_TRUE(namesShown(shown()).isEmpty());
+    choose("visibilityBox", QStringLiteral("Expert"));
+    choose("modelBox", QStringLiteral("Plain"));
+    EXPECT_EQ(namesShown(shown()),
+              QStringList({QStringLiteral("Image Format Control"), QStringLiteral("OffsetX")}));
+
+    search->clear();
+    settle();
+    EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Width")));
+}
+
+TEST_F(BrowserWindowTest, aValueEditedInPlaceReachesTheTreeAndShows)
+{
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Width")));
+    const QModelIndex value = findRow(shown(), QStringLiteral("Width"), 1);
+    window->view()->edit(value);
+    auto* editor = qobject_cast<QAbstractSpinBox*>(window->view()->indexWidget(value));
+    ASSERT_TRUE(editor);
+    QTest::keyClicks(editor, QStringLiteral("2048"));
+    settle();
+    vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-editing"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("2048 px"));
+    const auto width = window->source()->nodesNamed("Width").front();
+    EXPECT_EQ(boost::static_pointer_cast<MvParametersIntegerNode>(width)->getNodeValue(), 2048);
+
+    // A check box in the value column toggles through the model as well.
+    const QModelIndex reverse = findRow(shown(), QStringLiteral("Reverse X"), 1);
+    ASSERT_TRUE(shown()->setData(reverse, Qt::Checked, Qt::CheckStateRole));
+    settle();
+    EXPECT_EQ(findRow(shown(), QStringLiteral("Reverse X"), 1).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+}
+
+TEST_F(BrowserWindowTest, theDescriptionPaneDescribesTheSelectedFeature)
+{
+    const FeatureDetailsPane* pane = window->details();
+    EXPECT_EQ(FeatureDetailsPane().shownText(QStringLiteral("Title")), QStringLiteral("No feature selected"));
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Width")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Title")), QStringLiteral("Width"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Name")), QStringLiteral("Width"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Kind")), QStringLiteral("Integer"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Access")), QStringLiteral("read/write"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Visibility")), QStringLiteral("Beginner"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Range")), QStringLiteral("16 to 4096"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Increment")), QStringLiteral("16"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Unit")), QStringLiteral("px"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Representation")), QStringLiteral("Linear"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Description")), QStringLiteral("Width of the image"));
+
+    // A kind without a range shows none; the selection follows a change of model.
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("PixelFormat")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Title")), QStringLiteral("Pixel Format"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Kind")), QStringLiteral("Enumeration"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Range")), QString());
+    choose("modelBox", QStringLiteral("Plain"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Name")), QStringLiteral("PixelFormat"));
+}
+
+TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
+{
+    EXPECT_TRUE(window->lastErrorText().isEmpty());
+    FeatureWriter(*window->source()).apply({FeatureAssignment{"Width", -1, "5000", 0}});
+    settle();
+    EXPECT_TRUE(
+        window->lastErrorText().endsWith(QStringLiteral("Cannot set Width: 5000 is above the maximum 4096")))
+        << window->lastErrorText().toStdString();
+    EXPECT_EQ(child<QWidget>("lastErrorLabel")->toolTip(), window->lastErrorText());
+    vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-error"));
+}
+
+TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("values.txt"));
+    QString error;
+    ASSERT_TRUE(window->saveValues(path, &error)) << error.toStdString();
+    FeatureWriter(*window->source())
+        .apply({FeatureAssignment{"Width", -1, "64", 0}, FeatureAssignment{"ReverseY", -1, "false", 0}});
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("64 px"));
+    EXPECT_TRUE(window->loadValues(path, &error).empty());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+
+    const auto failures = window->loadValues(dir.filePath(QStringLiteral("missing.txt")), &error);
+    EXPECT_TRUE(failures.empty());
+    EXPECT_TRUE(error.contains(QStringLiteral("missing.txt")));
+}
+
+TEST_F(BrowserWindowTest, theDeviceDialogConnectsOnlyOnceADeviceIsNamed)
+{
+    DeviceDialog dialog(window.get());
+    dialog.show();
+    dialog.discover();
+    settle();
+    auto* connectButton = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    auto* id = dialog.findChild<QLineEdit*>();
+    ASSERT_TRUE(connectButton && id);
+    id->clear();
+    EXPECT_FALSE(connectButton->isEnabled());
+    QTest::keyClicks(id, QStringLiteral("192.168.0.10"));
+    EXPECT_TRUE(connectButton->isEnabled());
+    EXPECT_EQ(dialog.deviceId(), QStringLiteral("192.168.0.10"));
+    vorn::test::saveForReview(dialog.grab().toImage(), QStringLiteral("browser-device-dialog"));
+}
+
+// The models fix their row heights; the application font must fit them.
+TEST_F(BrowserWindowTest, theApplicationFontFitsTheRowsTheModelsAskFor)
+{
+    const QFont font = QApplication::font();
+    const QFontMetrics metrics(font);
+    EXPECT_LE(metrics.height(), 14) << "plain rows are 14 pixels high";
+    QFont bold = font;
+    bold.setWeight(75);
+    // Styled categories are 12 pixels high: the letters, descenders included, must fit.
+    EXPECT_LE(QFontMetrics(bold).tightBoundingRect(QStringLiteral("Image Format Control gjpqy")).height(),
+              12);
+    // The command button is 64 by 16 pixels, and shows "Execute" or, while the command runs, "running...".
+    CenteredCommandButton button;
+    QPushButton* push = button.ui.commandButton;
+    push->ensurePolished();
+    QStyleOptionButton option;
+    option.initFrom(push);
+    option.rect = QRect(0, 0, 64, 16);
+    const QRect room = push->style()->subElementRect(QStyle::SE_PushButtonContents, &option, push);
+    for (const QString& text : {QStringLiteral("Execute"), QStringLiteral("running...")})
+        EXPECT_LE(QFontMetrics(push->font()).horizontalAdvance(text), room.width()) << text.toStdString();
+    EXPECT_LE(QFontMetrics(push->font()).height(), 16);
+    // And the first column is wide enough for the longest name shown.
+    choose("visibilityBox", QStringLiteral("All"));
+    choose("modelBox", QStringLiteral("Plain"));
+    const int needed = window->view()->indentation() * 2 +
+                       metrics.horizontalAdvance(QStringLiteral("Counter Event Source (unsupported)"));
+    EXPECT_GE(window->view()->header()->sectionSize(0), needed);
+}
+
+TEST_F(BrowserWindowTest, eachModelRendersForAPersonToLookAt)
+{
+    window->resize(BrowserWindow::defaultSize());
+    choose("visibilityBox", QStringLiteral("Guru"));
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("ExposureTime")));
+    for (const char* model : {"Plain", "Styled", "Events"}) {
+        choose("modelBox", QLatin1String(model));
+        window->view()->expandAll();
+        settle();
+        const QImage image = window->grab().toImage();
+        EXPECT_EQ(image.size(), BrowserWindow::defaultSize());
+        vorn::test::saveForReview(image,
+                                  QStringLiteral("browser-%1").arg(QString::fromLatin1(model).toLower()));
+    }
+}
+
+} // namespace
