@@ -38,8 +38,9 @@ struct Looks
     QSize commandRowSize{-1, 17};
 };
 
-template <class Node> void fillInteger(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node,
-                                       QStandardItem* value, bool& checkable)
+template <class Node>
+void fillInteger(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node, QStandardItem* value,
+                 bool& checkable)
 {
     auto n = boost::static_pointer_cast<Node>(node);
     const int representation = n->getRepresentation();

@@ -363,6 +363,7 @@ struct TreeResult
     int rows = 0;
     std::vector<FigureRow> figures;
     Series openToPaint; // GenICam only
+    std::vector<std::string> footnotes;
 
     const FigureRow* figure(const std::string& name) const
     {
@@ -412,6 +413,8 @@ LevelSummary summarise(const std::vector<double>& levels, const std::vector<bool
         s.mean = total / n;
     return s;
 }
+
+std::string number(double v);
 
 TreeResult measureTree(const Tree& tree, const Options& options)
 {
@@ -522,7 +525,15 @@ TreeResult measureTree(const Tree& tree, const Options& options)
             mean.series.values[kind].push_back(own.mean);
             slowest.series.values[kind].push_back(own.slowest);
             if (own.partial) {
+                int measured = 0;
+                for (double v : mean.levels[kind])
+                    measured += std::isnan(v) ? 0 : 1;
                 mean.series.notes[kind] = slowest.series.notes[kind] = "*";
+                result.footnotes.push_back(std::string(kindName(kind)) + ", " + result.label +
+                                           ": levels 0 to " + std::to_string(measured - 1) +
+                                           " of 0 to 4; the others were left out once " +
+                                           "the level changes of a round had taken over " +
+                                           number(options.levelBudgetMs / 1000) + " s.");
             }
             if (!isOurs(kind) || !mean.levels.count(Base))
                 continue;
@@ -714,6 +725,17 @@ const TreeResult* generatedOf(const std::vector<TreeResult>& results, int size)
     return nullptr;
 }
 
+void printFootnotes(const std::vector<TreeResult>& results)
+{
+    bool first = true;
+    for (const auto& r : results) {
+        for (const auto& note : r.footnotes) {
+            std::printf("%s* %s\n", first ? "\n" : "", note.c_str());
+            first = false;
+        }
+    }
+}
+
 void printGrowth(const std::vector<TreeResult>& results)
 {
     const TreeResult* small = generatedOf(results, 10000);
@@ -869,6 +891,12 @@ int main(int argc, char** argv)
     }
 
     Stopwatch total;
+    std::string loadAverage = "unknown";
+    {
+        QFile file(QStringLiteral("/proc/loadavg"));
+        if (file.open(QIODevice::ReadOnly))
+            loadAverage = file.readAll().split(' ').mid(0, 3).join(' ').toStdString();
+    }
     // Fonts, icons, styles and the offscreen platform load on first use, not inside a figure.
     {
         Tree warmUp;
@@ -924,21 +952,18 @@ int main(int argc, char** argv)
 #else
         "debug",
 #endif
-#ifdef VORN_BENCH_DELEGATE
-        ", our views with our item delegate"
-#else
-        ""
-#endif
-    );
-    std::printf("Medians of the rounds; ratios are taken per round, ours and the baseline measured one "
-                "after the other, then the median. Generated trees: every kind of parameter in "
-                "categories of 50, visibility levels %s. The baseline is a QStandardItemModel with the "
-                "same texts, icons, fonts, check states, tool tips, size hints and colours as our plain "
-                "model (checked cell by cell: %d cells, %d differ), under a QSortFilterProxyModel with "
-                "the same visibility rule, in a QTreeView. Views are 800x600 on the offscreen platform.\n\n",
+        "");
+    std::printf("Times are CPU time of the GUI thread (the machine is shared; wall-clock time for opening "
+                "GenICam devices, which waits for the device thread), medians of the rounds. Each round "
+                "measures every side in turn; ratios are taken per round, then the median. Generated "
+                "trees: every kind of parameter in categories of 50, visibility levels %s. The baseline is "
+                "a QStandardItemModel with the same texts, icons, fonts, check states, tool tips, size hints "
+                "and colours as our plain model (compared cell by cell: %d cells, %d differ), under a "
+                "QSortFilterProxyModel with the same visibility rule, in a QTreeView. Views are 800x600 on "
+                "the offscreen platform. Load average at the start: %s.\n\n",
                 options.layout == example::VisibilityLayout::Clustered ? "clustered as in real devices"
                                                                        : "interleaved row by row",
-                check.first, check.second);
+                check.first, check.second, loadAverage.c_str());
     std::printf("- build: root node, model and every row; baseline: the model and every item.\n"
                 "- heap / RSS per row: what a build adds (malloc's bytes in use; resident set), per row.\n"
                 "- data sweep: one data() call per cell for display, decoration, font, tool tip, check "
@@ -946,10 +971,17 @@ int main(int argc, char** argv)
                 "- changeVisibility: levels 0, 1, 2, 3, 4 in turn on a fully expanded view, each until the "
                 "view has repainted (ours: Qt4ParametersFilterModel in a Qt4GenericTreeView; baseline: "
                 "invalidateFilter); mean and slowest level.\n"
-                "- first paint: filter model and view made, expanded as the model asks (plain: all levels; "
-                "styled: top level), shown, until the first frame is painted. The baseline column gives "
-                "expanded / collapsed; plain is compared with expanded, styled with collapsed.\n\n");
+                "- first paint: filter model, view%s made, expanded as the model asks (plain: all levels; "
+                "styled: top level only), shown, until the first frame is painted. The baseline column "
+                "gives expanded / collapsed; plain is compared with expanded, styled with collapsed.\n\n",
+#ifdef VORN_BENCH_DELEGATE
+                " and item delegate (grid on for the styled model)"
+#else
+                ""
+#endif
+    );
     printFigureTable(results);
+    printFootnotes(results);
     printGrowth(results);
     printOpenToPaint(results);
     printTargets(results);
