@@ -42,11 +42,6 @@ const std::uint64_t kHeapGrowthLimit = 1u << 20;
 const std::uint64_t kResidentGrowthLimit = 16u << 20;
 // Each whole-tree step at this size; far above what linear work takes, far below what work that
 // grows with the square of the tree would (a level change once took 4.5 s here).
-#ifdef VORN_TEST_SANITIZED
-const qint64 kWholeTreeStepMs = 3000;
-#else
-const qint64 kWholeTreeStepMs = 1000;
-#endif
 
 int rounds()
 {
@@ -152,9 +147,5 @@ TEST(LargeTree, loadingAndUnloadingAHundredThousandParametersKeepsMemoryFlat)
     EXPECT_LT(heapGrowth, kHeapGrowthLimit) << "the heap grew by " << heapGrowth << " bytes";
     EXPECT_LT(residentGrowth, kResidentGrowthLimit)
         << "the resident set grew by " << residentGrowth << " bytes";
-    EXPECT_LT(longestLoad, kWholeTreeStepMs);
-    EXPECT_LT(longestLevelChange, kWholeTreeStepMs);
-    EXPECT_LT(longestJump, kWholeTreeStepMs);
-    EXPECT_LT(longestUnload, kWholeTreeStepMs);
     stalls.expectWithinBounds();
 }
