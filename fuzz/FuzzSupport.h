@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <unistd.h>
@@ -129,11 +130,11 @@ inline void startApplication(int* argc, char*** argv)
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         setenv("XDG_RUNTIME_DIR", runtimeDir.constData(), 1);
     }
-    // QApplication keeps a reference to argc: it must outlive the application.
+    // QApplication keeps a reference to argc: it must outlive the application. The application
+    // goes at exit, before Qt's own statics, so that Qt releases what it holds (fonts among it).
     static int keptArgc = 1;
     static char* keptArgv[] = {argc && *argc > 0 ? (*argv)[0] : const_cast<char*>("fuzz"), nullptr};
-    static QApplication* application = new QApplication(keptArgc, keptArgv);
-    Q_UNUSED(application);
+    static std::unique_ptr<QApplication> application(new QApplication(keptArgc, keptArgv));
 }
 
 } // namespace fuzz
