@@ -943,7 +943,7 @@ int main(int argc, char** argv)
 
     std::printf("# Benchmark results\n\n");
     std::printf(
-        "%s, %u cores (%s), %s, Qt %s, %s build%s.\n\n",
+        "%s, nproc %u, CPU %s, %s, Qt %s, %s build%s.\n\n",
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")).toUtf8().constData(),
         std::thread::hardware_concurrency(), cpuModel().c_str(),
         QSysInfo::prettyProductName().toUtf8().constData(), qVersion(),
