@@ -2,6 +2,8 @@
 
 #include "host/MvParametersEnumEntryNode.h"
 
+#include <atomic>
+
 namespace vorn {
 namespace core {
 namespace models {
@@ -37,8 +39,8 @@ private:
     std::string m_value;
     long long m_intValue = 0;
     // Where the last lookup by symbolic name found its entry: views look up the current entry on
-    // every repaint.
-    mutable std::size_t m_lastFound = 0;
+    // every repaint. Only a hint, kept so that concurrent readers stay well defined.
+    mutable std::atomic<std::size_t> m_lastFound{0};
 };
 
 } // namespace models

@@ -37,11 +37,12 @@ MvParametersEnumerationNode::getEnumEntryNodesEntry(const std::string& symbolic)
     auto matches = [&](std::size_t i) {
         return static_cast<const MvParametersEnumEntryNode&>(*entries[i]).getSymbolic() == symbolic;
     };
-    if (m_lastFound < entries.size() && matches(m_lastFound))
-        return boost::static_pointer_cast<MvParametersEnumEntryNode>(entries[m_lastFound]);
+    const std::size_t hint = m_lastFound.load(std::memory_order_relaxed);
+    if (hint < entries.size() && matches(hint))
+        return boost::static_pointer_cast<MvParametersEnumEntryNode>(entries[hint]);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (matches(i)) {
-            m_lastFound = i;
+            m_lastFound.store(i, std::memory_order_relaxed);
             return boost::static_pointer_cast<MvParametersEnumEntryNode>(entries[i]);
         }
     }
