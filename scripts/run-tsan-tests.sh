@@ -16,7 +16,7 @@ tsan_configure() {
     -DCMAKE_C_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG" \
     -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -gline-tables-only -DNDEBUG" \
     -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=thread" -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=thread" \
-    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=OFF "${@:2}" >/dev/null
+    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=OFF -DVORN_UNITY_LIBRARIES=ON "${@:2}" >/dev/null
 }
 
 export TSAN_OPTIONS="halt_on_error=1 exitcode=66 second_deadlock_stack=1 ${TSAN_OPTIONS:-}"
