@@ -50,7 +50,7 @@ const std::uint64_t kResidentGrowthLimit = 16u << 20;
 // Each whole-tree step at this size; far above what linear work takes, far below what work that
 // grows with the square of the tree would (a level change once took 4.5 s here).
 #ifdef VORN_TEST_SANITIZED
-const qint64 kWholeTreeStepMs = 3000;
+const qint64 kWholeTreeStepMs = 20000;
 #else
 const qint64 kWholeTreeStepMs = 1000;
 #endif
@@ -157,8 +157,13 @@ TEST(LargeTree, loadingAndUnloadingAVeryLargeTreeKeepsMemoryFlat)
     const std::uint64_t residentGrowth =
         resident.back() > resident.front() ? resident.back() - resident.front() : 0;
     EXPECT_LT(heapGrowth, kHeapGrowthLimit) << "the heap grew by " << heapGrowth << " bytes";
+#ifndef VORN_TEST_SANITIZED
+    // AddressSanitizer keeps freed memory in quarantine, so the resident set says nothing there.
     EXPECT_LT(residentGrowth, kResidentGrowthLimit)
         << "the resident set grew by " << residentGrowth << " bytes";
+#else
+    Q_UNUSED(residentGrowth);
+#endif
     EXPECT_LT(longestLoad, kWholeTreeStepMs);
     EXPECT_LT(longestLevelChange, kWholeTreeStepMs);
     EXPECT_LT(longestJump, kWholeTreeStepMs);
