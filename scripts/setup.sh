@@ -40,7 +40,7 @@ vorn_build_sanitized() {
     -DCMAKE_C_FLAGS_DEBUG="-O1 -gline-tables-only" -DCMAKE_CXX_FLAGS_DEBUG="-O1 -gline-tables-only" \
     -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=address,undefined" \
     -DCMAKE_SHARED_LINKER_FLAGS="-fsanitize=address,undefined" \
-    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=ON -DVORN_BUILD_FUZZ=ON >/dev/null
+    -DVORN_BUILD_TESTS=ON -DVORN_BUILD_APP=ON -DVORN_BUILD_FUZZ=ON -DVORN_UNITY_LIBRARIES=ON >/dev/null
   cmake --build "$ASAN_BUILD_DIR" -j "$(nproc)"
 }
 

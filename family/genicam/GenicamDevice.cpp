@@ -88,13 +88,6 @@ ParameterIntegerRepresentation representationOf(ArvGcRepresentation representati
     }
 }
 
-template <class T> std::string toText(const T& value)
-{
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
 std::string wrongType(const char* expected)
 {
     return std::string("expects a value of type ") + expected;

@@ -16,13 +16,6 @@ bool same(double a, double b)
     return a == b || (std::isnan(a) && std::isnan(b));
 }
 
-template <class T> std::string toText(const T& value)
-{
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
 // The value as the message shows it: an enumeration's by its entry, empty for a value of a type the
 // feature does not take.
 std::string describeValue(const FeatureLayout& f, const boost::any& value)

@@ -9,6 +9,7 @@
 #include <boost/any.hpp>
 
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +18,14 @@ namespace vorn {
 namespace core {
 namespace models {
 namespace genicam {
+
+// A number as the messages write it.
+template <class T> std::string toText(const T& value)
+{
+    std::ostringstream out;
+    out << value;
+    return out.str();
+}
 
 enum class FeatureKind { Category, Integer, UInt64, Float, Boolean, String, Enumeration, Command, Plain };
 

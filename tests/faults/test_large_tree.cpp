@@ -47,8 +47,6 @@ const int kDefaultRounds = 5;
 // once (fonts, icons, Qt's own) are in place after the first round.
 const std::uint64_t kHeapGrowthLimit = 1u << 20;
 const std::uint64_t kResidentGrowthLimit = 16u << 20;
-// Each whole-tree step at this size; far above what linear work takes, far below what work that
-// grows with the square of the tree would (a level change once took 4.5 s here).
 
 int rounds()
 {
@@ -152,7 +150,12 @@ TEST(LargeTree, loadingAndUnloadingAVeryLargeTreeKeepsMemoryFlat)
     const std::uint64_t residentGrowth =
         resident.back() > resident.front() ? resident.back() - resident.front() : 0;
     EXPECT_LT(heapGrowth, kHeapGrowthLimit) << "the heap grew by " << heapGrowth << " bytes";
+#ifndef VORN_TEST_SANITIZED
+    // AddressSanitizer keeps freed memory in quarantine, so the resident set says nothing there.
     EXPECT_LT(residentGrowth, kResidentGrowthLimit)
         << "the resident set grew by " << residentGrowth << " bytes";
+#else
+    Q_UNUSED(residentGrowth);
+#endif
     stalls.expectWithinBounds();
 }
