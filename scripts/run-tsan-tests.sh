@@ -30,7 +30,7 @@ TSAN_BUILD_DIR="${TSAN_BUILD_DIR:-$ROOT/build-tsan}"
 tsan_configure "$TSAN_BUILD_DIR" -DVORN_FRAME_ONLY=ON
 cmake --build "$TSAN_BUILD_DIR" -j "$(nproc)"
 (cd "$TSAN_BUILD_DIR" && ctest --output-on-failure -j "$(nproc)")
-# VORN_TSAN_FRAME_ONLY=1 stops after the frame (what CI runs until the device-thread runs are clean).
+# VORN_TSAN_FRAME_ONLY=1 stops after the frame.
 [ "${VORN_TSAN_FRAME_ONLY:-0}" = 1 ] && exit 0
 
 TSAN_THREADS_BUILD_DIR="${TSAN_THREADS_BUILD_DIR:-$ROOT/build-tsan-threads}"
