@@ -7,8 +7,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 vorn_install_packages "${VORN_PACKAGES[@]}" clang libclang-rt-14-dev
 vorn_build_sanitized
-vorn_sanitizer_environment
-export ASAN_OPTIONS="$ASAN_OPTIONS:malloc_context_size=32"
+vorn_sanitizer_environment 32
 
 FUZZ_SECONDS="${FUZZ_SECONDS:-60}"
 findings="$ASAN_BUILD_DIR/fuzz-findings"

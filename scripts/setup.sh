@@ -48,10 +48,11 @@ vorn_build_sanitized() {
 # with each allocation, which only the slow unwinder follows through Qt's plugins (they have no frame
 # pointers): fast_unwind_on_malloc=0. Eight frames reach the plugin in every allocation it keeps
 # when the application starts; each further frame costs an unwinding step on every allocation of the
-# run. The fuzzers need more (run-fuzz.sh): libFuzzer looks for leaks after inputs too, and then also
-# sees the font database the plugin opens through fontconfig, 24 frames below the plugin.
+# run. The fuzzers pass a deeper stack (run-fuzz.sh): libFuzzer looks for leaks after inputs too, and
+# then also sees the font database the plugin opens through fontconfig, 24 frames below the plugin.
+# vorn_sanitizer_environment [FRAMES]: FRAMES of allocation stack kept, 8 when not given.
 vorn_sanitizer_environment() {
-  export ASAN_OPTIONS="fast_unwind_on_malloc=0:malloc_context_size=8:detect_leaks=1:check_initialization_order=1:detect_stack_use_after_return=1:abort_on_error=0:${ASAN_OPTIONS:-}"
+  export ASAN_OPTIONS="fast_unwind_on_malloc=0:malloc_context_size=${1:-8}:detect_leaks=1:check_initialization_order=1:detect_stack_use_after_return=1:abort_on_error=0:${ASAN_OPTIONS:-}"
   export LSAN_OPTIONS="suppressions=$ROOT/scripts/sanitizers/lsan.supp:print_suppressions=0:${LSAN_OPTIONS:-}"
   export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1:${UBSAN_OPTIONS:-}"
   export QT_QPA_PLATFORM=offscreen
