@@ -120,13 +120,32 @@ inline const RowFonts& rowFonts()
     return *cache;
 }
 
-// The value column is editable for read/write access, and for read/write-while-valid while the last
-// read succeeded.
-inline bool valueEditable(const models::MvParametersEntryNode& entry)
+// Answers every family's base rows give alike.
+inline QVariant entryName(const boost::shared_ptr<GenericModelNode>& node, int column)
 {
-    if (entry.getAccessMode() == models::peamReadWriteIfValid && entry.getDataValid())
-        return true;
-    return entry.getAccessMode() == models::peamReadWrite;
+    if (column != 0 || !node)
+        return QVariant();
+    return text(nodeAs<models::MvParametersEntryNode>(node).getDisplayName());
+}
+
+inline QVariant entryToolTip(const boost::shared_ptr<GenericModelNode>& node)
+{
+    if (!node)
+        return QVariant();
+    return text(nodeAs<models::MvParametersEntryNode>(node).getToolTip());
+}
+
+// The value column is editable while the parameter can be written.
+inline bool valueEditable(const boost::shared_ptr<GenericModelNode>& node, int column)
+{
+    return column != 0 && node && nodeAs<models::MvParametersEntryNode>(node).isWritable();
+}
+
+// The container of a parameter's child parameters, which a row hands to the framework's setupChildren.
+inline boost::shared_ptr<GenericModelNode> childContainerOf(const boost::shared_ptr<GenericModelNode>& node)
+{
+    Q_ASSERT(node);
+    return nodeAs<models::MvParametersEntryNode>(node).getChildNodesEntryNode();
 }
 
 // The low 32 bits as four decimal bytes, most significant first: 0xC0A80001 is 192.168.0.1.
@@ -196,11 +215,6 @@ template <class T> QString digits(T value, int base)
 {
     NumberBuffer buffer;
     return QString(digitsIn(buffer, value, base));
-}
-
-template <class T> QString hexText(T value)
-{
-    return digits(value, 16);
 }
 
 // " " before a unit, when there is one.

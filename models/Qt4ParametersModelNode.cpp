@@ -59,9 +59,7 @@ Qt4ParametersModelNode::create(boost::shared_ptr<GenericModel> model,
 
 QVariant Qt4ParametersModelNode::dataDisplayRole(int column)
 {
-    if (column != 0 || !node())
-        return QVariant();
-    return rows::text(rows::nodeAs<MvParametersEntryNode>(node()).getDisplayName());
+    return rows::entryName(node(), column);
 }
 
 QVariant Qt4ParametersModelNode::dataFontRole(int column)
@@ -71,9 +69,7 @@ QVariant Qt4ParametersModelNode::dataFontRole(int column)
 
 QVariant Qt4ParametersModelNode::dataToolTipRole(int)
 {
-    if (!node())
-        return QVariant();
-    return rows::text(rows::nodeAs<MvParametersEntryNode>(node()).getToolTip());
+    return rows::entryToolTip(node());
 }
 
 QVariant Qt4ParametersModelNode::dataSizeHintRole(int)
@@ -83,12 +79,12 @@ QVariant Qt4ParametersModelNode::dataSizeHintRole(int)
 
 bool Qt4ParametersModelNode::isEnabled(int column)
 {
-    return column == 0 || (node() && rows::valueEditable(rows::nodeAs<MvParametersEntryNode>(node())));
+    return column == 0 || rows::valueEditable(node(), column);
 }
 
 bool Qt4ParametersModelNode::isReadOnly(int column)
 {
-    return column == 0 || !node() || !rows::valueEditable(rows::nodeAs<MvParametersEntryNode>(node()));
+    return column == 0 || !rows::valueEditable(node(), column);
 }
 
 bool Qt4ParametersModelNode::isSelectable(int)
@@ -98,10 +94,8 @@ bool Qt4ParametersModelNode::isSelectable(int)
 
 void Qt4ParametersModelNode::setupChildren()
 {
-    if (!node())
-        return;
-    boost::shared_ptr<GenericModelNode> children = entry()->getChildNodesEntryNode();
-    Qt4GenericModelNode::setupChildren(children);
+    if (node())
+        Qt4GenericModelNode::setupChildren(rows::childContainerOf(node()));
 }
 
 namespace {

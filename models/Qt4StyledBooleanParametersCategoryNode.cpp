@@ -27,7 +27,7 @@ boost::shared_ptr<Qt4StyledBooleanParametersCategoryNode> Qt4StyledBooleanParame
 void Qt4StyledBooleanParametersCategoryNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_text = rows::styledName(node(), 0);
+    m_text = rows::entryName(node(), 0);
     m_font = rows::rowFonts().bold;
 }
 

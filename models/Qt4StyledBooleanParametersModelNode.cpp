@@ -42,7 +42,7 @@ boost::shared_ptr<Qt4StyledBooleanParametersModelNode> Qt4StyledBooleanParameter
 
 QVariant Qt4StyledBooleanParametersModelNode::dataDisplayRole(int column)
 {
-    return rows::styledName(node(), column);
+    return rows::entryName(node(), column);
 }
 
 QVariant Qt4StyledBooleanParametersModelNode::dataFontRole(int)
@@ -52,7 +52,7 @@ QVariant Qt4StyledBooleanParametersModelNode::dataFontRole(int)
 
 QVariant Qt4StyledBooleanParametersModelNode::dataToolTipRole(int)
 {
-    return rows::styledToolTip(node());
+    return rows::entryToolTip(node());
 }
 
 QVariant Qt4StyledBooleanParametersModelNode::dataSizeHintRole(int)
@@ -67,12 +67,12 @@ QVariant Qt4StyledBooleanParametersModelNode::dataBranchBackgroundRole(int)
 
 bool Qt4StyledBooleanParametersModelNode::isEnabled(int column)
 {
-    return column == 0 || rows::styledValueEditable(node(), column);
+    return column == 0 || rows::valueEditable(node(), column);
 }
 
 bool Qt4StyledBooleanParametersModelNode::isReadOnly(int column)
 {
-    return column == 0 || !rows::styledValueEditable(node(), column);
+    return column == 0 || !rows::valueEditable(node(), column);
 }
 
 bool Qt4StyledBooleanParametersModelNode::isSelectable(int)
@@ -87,11 +87,8 @@ bool Qt4StyledBooleanParametersModelNode::isGridEnabled(int)
 
 void Qt4StyledBooleanParametersModelNode::setupChildren()
 {
-    if (!node())
-        return;
-    boost::shared_ptr<GenericModelNode> children =
-        boost::static_pointer_cast<MvParametersEntryNode>(node())->getChildNodesEntryNode();
-    Qt4GenericModelNode::setupChildren(children);
+    if (node())
+        Qt4GenericModelNode::setupChildren(rows::childContainerOf(node()));
 }
 
 namespace {

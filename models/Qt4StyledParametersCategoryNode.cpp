@@ -28,7 +28,7 @@ boost::shared_ptr<Qt4StyledParametersCategoryNode> Qt4StyledParametersCategoryNo
 void Qt4StyledParametersCategoryNode::postInsert()
 {
     Qt4GenericModelNode::postInsert();
-    m_text = rows::styledName(node(), 0);
+    m_text = rows::entryName(node(), 0);
     m_font = rows::rowFonts().bold;
 }
 

@@ -49,7 +49,7 @@ Qt4StyledParametersModelNode::create(boost::shared_ptr<GenericModel> model,
 
 QVariant Qt4StyledParametersModelNode::dataDisplayRole(int column)
 {
-    return rows::styledName(node(), column);
+    return rows::entryName(node(), column);
 }
 
 QVariant Qt4StyledParametersModelNode::dataFontRole(int)
@@ -59,7 +59,7 @@ QVariant Qt4StyledParametersModelNode::dataFontRole(int)
 
 QVariant Qt4StyledParametersModelNode::dataToolTipRole(int)
 {
-    return rows::styledToolTip(node());
+    return rows::entryToolTip(node());
 }
 
 QVariant Qt4StyledParametersModelNode::dataSizeHintRole(int)
@@ -74,12 +74,12 @@ QVariant Qt4StyledParametersModelNode::dataBranchBackgroundRole(int)
 
 bool Qt4StyledParametersModelNode::isEnabled(int column)
 {
-    return column == 0 || rows::styledValueEditable(node(), column);
+    return column == 0 || rows::valueEditable(node(), column);
 }
 
 bool Qt4StyledParametersModelNode::isReadOnly(int column)
 {
-    return column == 0 || !rows::styledValueEditable(node(), column);
+    return column == 0 || !rows::valueEditable(node(), column);
 }
 
 bool Qt4StyledParametersModelNode::isSelectable(int)
@@ -94,11 +94,8 @@ bool Qt4StyledParametersModelNode::isGridEnabled(int)
 
 void Qt4StyledParametersModelNode::setupChildren()
 {
-    if (!node())
-        return;
-    boost::shared_ptr<GenericModelNode> children =
-        boost::static_pointer_cast<models::MvParametersEntryNode>(node())->getChildNodesEntryNode();
-    Qt4GenericModelNode::setupChildren(children);
+    if (node())
+        Qt4GenericModelNode::setupChildren(rows::childContainerOf(node()));
 }
 
 namespace {

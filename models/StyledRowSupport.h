@@ -84,12 +84,9 @@ QVariant styledIntegerDisplay(const boost::shared_ptr<GenericModelNode>& node,
     case models::pirBoolean:
         return QVariant();
     case models::pirHexNumber:
-        return latin1Text(
-            {QLatin1String("0x"), digitsIn(buffer, value, 16), unitSeparator(unit), latin1(unit)});
     case models::pirIPV4Address:
-        return dottedText(value);
     case models::pirMACAddress:
-        return macText(value);
+        return integerText(value, n.getRepresentation(), unit);
     default:
         break;
     }
@@ -131,26 +128,6 @@ template <class Node> QVariant styledIntegerValueFont(const boost::shared_ptr<Ge
     default:
         return rowFonts().plain;
     }
-}
-
-// Answers the styled base rows of both styled families give alike.
-inline QVariant styledName(const boost::shared_ptr<GenericModelNode>& node, int column)
-{
-    if (column != 0 || !node)
-        return QVariant();
-    return text(nodeAs<models::MvParametersEntryNode>(node).getDisplayName());
-}
-
-inline QVariant styledToolTip(const boost::shared_ptr<GenericModelNode>& node)
-{
-    if (!node)
-        return QVariant();
-    return text(nodeAs<models::MvParametersEntryNode>(node).getToolTip());
-}
-
-inline bool styledValueEditable(const boost::shared_ptr<GenericModelNode>& node, int column)
-{
-    return column != 0 && node && valueEditable(nodeAs<models::MvParametersEntryNode>(node));
 }
 
 // The bold, left-aligned header the styled models share.
