@@ -1,6 +1,7 @@
 #include "host/InMemoryParameterTree.h"
 
 #include <sstream>
+#include <type_traits>
 
 namespace vorn {
 namespace core {
@@ -50,8 +51,10 @@ template <class Node> std::string applyIntegral(Node& node, const boost::any& va
         return toText(*v) + " is below the minimum " + toText(node.getMinValue());
     if (*v > node.getMaxValue())
         return toText(*v) + " is above the maximum " + toText(node.getMaxValue());
+    // Unsigned arithmetic: the distance from the minimum always fits, over the whole signed range too.
+    using U = typename std::make_unsigned<T>::type;
     const T step = node.getStepValue();
-    if (step > 1 && static_cast<T>(*v - node.getMinValue()) % step != 0)
+    if (step > 1 && (static_cast<U>(*v) - static_cast<U>(node.getMinValue())) % static_cast<U>(step) != 0)
         return toText(*v) + " is not a multiple of the increment " + toText(step) + " from " +
                toText(node.getMinValue());
     node.setNodeValue(*v);

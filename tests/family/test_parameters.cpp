@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace vorn::core;
 using namespace vorn::core::models;
 
@@ -237,6 +239,26 @@ TEST(InMemoryParameterTreeTest, refusedWritesChangeNothingAndReportWhy)
     ASSERT_EQ(tree->calls().size(), 8u);
     for (const auto& call : tree->calls())
         EXPECT_FALSE(call.applied);
+    tree->model()->removeObserver(&counter);
+}
+
+TEST(InMemoryParameterTreeTest, incrementIsCheckedAcrossTheWholeSignedRange)
+{
+    auto tree = InMemoryParameterTree::create();
+    const long long min = std::numeric_limits<long long>::min();
+    const long long max = std::numeric_limits<long long>::max();
+    auto big = tree->integer(tree->root(), "Big").value(min).range(min, max).step(3).node();
+    ChangeCounter counter;
+    tree->model()->addObserver(&counter);
+
+    // max - min is 2^64 - 1, a multiple of 3.
+    EXPECT_TRUE(writeThroughCallback(big, boost::any(max)));
+    EXPECT_EQ(big->getNodeValue(), max);
+    EXPECT_TRUE(writeThroughCallback(big, boost::any(max - 1)));
+    EXPECT_EQ(big->getNodeValue(), max);
+    EXPECT_EQ(counter.errors,
+              (std::vector<std::string>{"Cannot set Big: 9223372036854775806 is not a multiple of "
+                                        "the increment 3 from -9223372036854775808"}));
     tree->model()->removeObserver(&counter);
 }
 
