@@ -115,11 +115,6 @@ std::string AravisQuietScope::lastMessage()
     return t_lastMessage;
 }
 
-void AravisQuietScope::clearLastMessage()
-{
-    t_lastMessage.clear();
-}
-
 } // namespace genicam
 } // namespace models
 } // namespace core

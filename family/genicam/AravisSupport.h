@@ -33,7 +33,6 @@ public:
 
     // The last message kept on this thread, empty when none.
     static std::string lastMessage();
-    static void clearLastMessage();
 };
 
 } // namespace genicam

@@ -706,34 +706,34 @@ std::string GenicamDevice::write(int index, const boost::any& value)
     return m_lost ? std::string(lost) + " (" + reason + ")" : reason;
 }
 
-void GenicamDevice::readAll(Publication& publication, bool force)
+bool GenicamDevice::readInto(int feature, Publication& publication)
 {
+    // Reading on after a loss would wait for the device once per feature.
     if (m_lost)
-        return;
+        return false;
+    FeatureState st = read(feature);
+    if (m_lost)
+        return false;
+    if (st != m_published[feature]) {
+        m_published[feature] = st;
+        publication.states.emplace_back(feature, std::move(st));
+    }
+    return true;
+}
+
+void GenicamDevice::readAll(Publication& publication)
+{
     for (std::size_t i = 0; i < m_layout.features.size(); ++i) {
-        FeatureState st = read(static_cast<int>(i));
-        // Reading on would wait for the device once per feature.
-        if (m_lost)
+        if (!readInto(static_cast<int>(i), publication))
             return;
-        if (force || st != m_published[i]) {
-            m_published[i] = st;
-            publication.states.emplace_back(static_cast<int>(i), std::move(st));
-        }
     }
 }
 
 void GenicamDevice::readSome(const std::vector<int>& features, Publication& publication)
 {
     for (int i : features) {
-        if (m_lost)
+        if (!readInto(i, publication))
             return;
-        FeatureState st = read(i);
-        if (m_lost)
-            return;
-        if (st != m_published[i]) {
-            m_published[i] = st;
-            publication.states.emplace_back(i, std::move(st));
-        }
     }
 }
 
@@ -768,7 +768,7 @@ void GenicamDevice::probe()
     } else if (m_lost || giveUps != m_giveUpsAnswered) {
         // Whatever was shown before may be stale: the device may have restarted in between.
         m_lost = false;
-        readAll(publication, false);
+        readAll(publication);
         recovered = !m_lost;
         if (recovered)
             m_giveUpsAnswered = giveUps;
@@ -861,7 +861,7 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
             break;
         case Job::Barrier:
             if (dirty)
-                readAll(publication, false);
+                readAll(publication);
             dirty = false;
             publication.barrier = job.barrier;
             publish(publication);
@@ -871,7 +871,7 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
         }
     }
     if (dirty)
-        readAll(publication, false);
+        readAll(publication);
     publish(publication);
 }
 

@@ -116,7 +116,9 @@ private:
     // out. False when the device could not tell: the check is then left to Aravis, unless the device
     // stopped answering, which marks it lost, so that the write is refused without asking again.
     template <class T, class Read> bool readForWrite(Read read, T* out);
-    void readAll(Publication& publication, bool force);
+    // Reads a feature and notes it in the publication when it changed; false once the device is lost.
+    bool readInto(int feature, Publication& publication);
+    void readAll(Publication& publication);
     void readSome(const std::vector<int>& features, Publication& publication);
     void probe();
     // Hands the publication to the GUI when it says anything (or always, with force).
