@@ -19,7 +19,6 @@ namespace {
 // The serial number the simulated devices report (their DeviceID).
 const char* const kSimulatedSerial = "VORN-SIM0";
 const char* const kRootCategory = "Root";
-const char* const kNoAnswer = "the device does not answer";
 // How often an idle live device is asked whether it still answers.
 const std::chrono::milliseconds kProbePeriod(200);
 // How often an active command's pIsDone is read when the description gives no polling time.

@@ -19,6 +19,9 @@ namespace core {
 namespace models {
 namespace genicam {
 
+// Why a write or a read of a device that stopped answering failed, as the user reads it.
+const char* const kNoAnswer = "the device does not answer";
+
 // A number as the messages write it.
 template <class T> std::string toText(const T& value)
 {

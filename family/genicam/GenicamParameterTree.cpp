@@ -256,7 +256,7 @@ void GenicamParameterTree::Impl::apply(const Publication& publication)
     // A device given up for lost counts as back only once the device thread read it afresh since.
     const bool nowConnected = publication.connected && publication.giveUpsAnswered >= giveUps;
     if (connected != nowConnected)
-        setConnected(nowConnected, "the device does not answer");
+        setConnected(nowConnected, genicam::kNoAnswer);
     else
         model->notifyNodesChanged(changed);
     for (const auto& error : publication.errors) {
@@ -282,8 +282,8 @@ void GenicamParameterTree::Impl::write(const boost::shared_ptr<MvParametersEntry
     const int feature = layout.places[it->second].feature;
     // The device was given up for lost: say so now rather than after its next time-out.
     if (!connected) {
-        model->notifyError(node, genicam::refusedWriteMessage(layout.features[feature], value,
-                                                              "the device does not answer"));
+        model->notifyError(node,
+                           genicam::refusedWriteMessage(layout.features[feature], value, genicam::kNoAnswer));
         return;
     }
     device->write(feature, it->second, value);
