@@ -4,6 +4,7 @@
 // mode), with the names the command line and the settings file use for them.
 
 #include "host/ParameterEnums.h"
+#include "models/IntegerViewModeKey.h"
 
 #include <QString>
 #include <QStringList>
@@ -26,10 +27,7 @@ enum class IntegerViewMode {
 };
 
 // The host setting that the styled model reads for its integer view mode.
-inline const char* integerViewModeKey()
-{
-    return "gui.preferences.gui.params.integer.viewmode";
-}
+using core::rows::integerViewModeKey;
 
 inline QStringList modelKindNames()
 {

@@ -8,6 +8,7 @@
 
 #include "host/InMemoryParameterTree.h"
 #include "host/MovaniApplication.h"
+#include "models/IntegerViewModeKey.h"
 #include "models/Qt4ParametersFilterModel.h"
 #include "models/Qt4ParametersModel.h"
 #include "models/Qt4ParametersModelNode.h"
@@ -25,8 +26,6 @@ using namespace vorn::core::models;
 using vorn::fuzz::FuzzInput;
 
 namespace {
-
-const char* const kViewMode = "gui.preferences.gui.params.integer.viewmode";
 
 struct Tree
 {
@@ -238,7 +237,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (int i = 0; i < nodes; ++i)
         addNode(t, in);
 
-    MovaniApplication::setConfigIntEntry(kViewMode, in.range(0, 3));
+    MovaniApplication::setConfigIntEntry(vorn::core::rows::integerViewModeKey(), in.range(0, 3));
     const auto model = makeModel(in.range(0, 2), t.tree);
     const auto filter = Qt4ParametersFilterModel::create(model, nullptr);
     const QAbstractItemModelTester modelTester(model.get(),

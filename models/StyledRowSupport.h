@@ -4,6 +4,7 @@
 
 #include "models/IntegerDetails.h"
 #include "models/IntegerRowSupport.h"
+#include "models/IntegerViewModeKey.h"
 
 #include "host/MovaniApplication.h"
 
@@ -12,13 +13,6 @@
 namespace vorn {
 namespace core {
 namespace rows {
-
-// The host setting that chooses how integers show when a parameter leaves it open: 0 decimal,
-// 1 hexadecimal, 2 binary.
-inline const char* integerViewModeKey()
-{
-    return "gui.preferences.gui.params.integer.viewmode";
-}
 
 // Rows of the details tool tip, in the order the row class shows them.
 enum class IndexRowPlace { AfterName, BeforeName };

@@ -1,6 +1,6 @@
 # The three model families with their row classes and node factories, and the filter model.
 foreach(name
-    ParameterRowSupport.h IntegerRowSupport.h IntegerDetails.h ValueRowSupport.h StyledRowSupport.h RowFactory.h
+    ParameterRowSupport.h IntegerRowSupport.h IntegerDetails.h IntegerViewModeKey.h ValueRowSupport.h StyledRowSupport.h RowFactory.h
     Qt4ParametersModel.cpp Qt4ParametersModel.h
     Qt4ParametersModelNode.cpp
     Qt4ParametersEntryNode.cpp Qt4ParametersCategoryNode.cpp Qt4ParametersStringNode.cpp
