@@ -280,7 +280,11 @@ void Qt4ParametersItemDelegate::paint(QPainter* painter, const QStyleOptionViewI
 
 QSize Qt4ParametersItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    // Both cells of a row in edit get the editor's height; an invalid width keeps the column's.
+    // Both cells of a row in edit get the editor's height; an invalid width keeps the column's. The
+    // view asks for every row on every layout, mostly with no editor open: then there is nothing to
+    // look up.
+    if (nodesInEdit.isEmpty())
+        return QStyledItemDelegate::sizeHint(option, index);
     const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
     if (node && nodesInEdit.contains(node.get()))
         return QSize(-1, 20);
