@@ -62,7 +62,7 @@ struct Stalls
     }
     // Stalls are measured and reported, not asserted: the machines are shared and noisy, and the
     // benchmarks are where time is judged. A stall beyond the bounds is called out in the output.
-    void expectWithinBounds() const
+    void reportAgainstBounds() const
     {
         if (busyMs >= kMaxStallMs || wallMs >= kMaxWallStallMs)
             std::cout << "[ stall    ] above the bound of " << kMaxStallMs << " ms busy / " << kMaxWallStallMs
