@@ -43,20 +43,7 @@ using namespace vorn::core::models;
 
 namespace {
 
-// The first row in tree order whose column 0 shows text, in column `column`.
-QModelIndex findRow(const QAbstractItemModel* model, const QString& text, int column = 0,
-                    const QModelIndex& parent = QModelIndex())
-{
-    for (int row = 0; row < model->rowCount(parent); ++row) {
-        const QModelIndex index = model->index(row, 0, parent);
-        if (index.data().toString() == text)
-            return index.sibling(row, column);
-        const QModelIndex below = findRow(model, text, column, index);
-        if (below.isValid())
-            return below;
-    }
-    return QModelIndex();
-}
+using vorn::test::findRow;
 
 QStringList namesShown(const QAbstractItemModel* model, const QModelIndex& parent = QModelIndex())
 {

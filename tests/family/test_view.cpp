@@ -1,6 +1,7 @@
 #include "TestRows.h"
 
 #include "host/Qt4GenericTreeView.h"
+#include "support/ModelDump.h"
 
 #include <QCoreApplication>
 #include <QLabel>
@@ -40,18 +41,8 @@ protected:
     }
 };
 
-QModelIndex find(QAbstractItemModel* m, const QString& name, const QModelIndex& parent = QModelIndex())
-{
-    for (int r = 0; r < m->rowCount(parent); ++r) {
-        const QModelIndex i = m->index(r, 0, parent);
-        if (i.data().toString() == name)
-            return i;
-        const QModelIndex below = find(m, name, i);
-        if (below.isValid())
-            return below;
-    }
-    return QModelIndex();
-}
+using vorn::test::findRow;
+using vorn::test::requireRow;
 
 } // namespace
 
@@ -61,9 +52,9 @@ TEST(Qt4GenericTreeViewTest, expandsAllLevelsForDepthMinusOne)
     auto model = makeModel(tree, boost::any(), -1);
     Qt4GenericTreeView view;
     view.setModel(model.get());
-    EXPECT_TRUE(view.isExpanded(find(model.get(), "SpanCat")));
-    EXPECT_TRUE(view.isExpanded(find(model.get(), "Inner")));
-    EXPECT_TRUE(view.isExpanded(find(model.get(), "Plain")));
+    EXPECT_TRUE(view.isExpanded(requireRow(model.get(), "SpanCat")));
+    EXPECT_TRUE(view.isExpanded(requireRow(model.get(), "Inner")));
+    EXPECT_TRUE(view.isExpanded(requireRow(model.get(), "Plain")));
 }
 
 TEST(Qt4GenericTreeViewTest, expandsNothingForDepthZeroButAutoExpandRows)
@@ -72,10 +63,10 @@ TEST(Qt4GenericTreeViewTest, expandsNothingForDepthZeroButAutoExpandRows)
     auto model = makeModel(tree, boost::any(), 0);
     Qt4GenericTreeView view;
     view.setModel(model.get());
-    EXPECT_FALSE(view.isExpanded(find(model.get(), "SpanCat")));
-    EXPECT_FALSE(view.isExpanded(find(model.get(), "Inner")));
-    EXPECT_TRUE(view.isExpanded(find(model.get(), "AutoCat")));
-    EXPECT_FALSE(view.isExpanded(find(model.get(), "Plain")));
+    EXPECT_FALSE(view.isExpanded(requireRow(model.get(), "SpanCat")));
+    EXPECT_FALSE(view.isExpanded(requireRow(model.get(), "Inner")));
+    EXPECT_TRUE(view.isExpanded(requireRow(model.get(), "AutoCat")));
+    EXPECT_FALSE(view.isExpanded(requireRow(model.get(), "Plain")));
 }
 
 TEST(Qt4GenericTreeViewTest, expandsOneLevelForDepthOne)
@@ -84,8 +75,8 @@ TEST(Qt4GenericTreeViewTest, expandsOneLevelForDepthOne)
     auto model = makeModel(tree, boost::any(), 1);
     Qt4GenericTreeView view;
     view.setModel(model.get());
-    EXPECT_TRUE(view.isExpanded(find(model.get(), "SpanCat")));
-    EXPECT_FALSE(view.isExpanded(find(model.get(), "Inner")));
+    EXPECT_TRUE(view.isExpanded(requireRow(model.get(), "SpanCat")));
+    EXPECT_FALSE(view.isExpanded(requireRow(model.get(), "Inner")));
 }
 
 TEST(Qt4GenericTreeViewTest, spansRowsAndPlacesIndexWidgets)
@@ -94,11 +85,11 @@ TEST(Qt4GenericTreeViewTest, spansRowsAndPlacesIndexWidgets)
     auto model = makeModel(tree);
     Qt4GenericTreeView view;
     view.setModel(model.get());
-    const QModelIndex span = find(model.get(), "SpanCat");
+    const QModelIndex span = requireRow(model.get(), "SpanCat");
     EXPECT_TRUE(view.isFirstColumnSpanned(span.row(), span.parent()));
-    const QModelIndex width = find(model.get(), "Width");
+    const QModelIndex width = requireRow(model.get(), "Width");
     EXPECT_FALSE(view.isFirstColumnSpanned(width.row(), width.parent()));
-    const QModelIndex run = find(model.get(), "WidgetRun");
+    const QModelIndex run = requireRow(model.get(), "WidgetRun");
     auto* label = qobject_cast<QLabel*>(view.indexWidget(run.sibling(run.row(), 1)));
     ASSERT_TRUE(label);
     EXPECT_EQ(label->text(), QStringLiteral("button"));
@@ -123,11 +114,11 @@ TEST(Qt4GenericTreeViewTest, rowsFilteredOutAndBackGetTheirDecorationsBack)
     proxy.hidden.clear();
     proxy.refilter();
     QCoreApplication::processEvents();
-    const QModelIndex span = find(&proxy, "SpanCat");
+    const QModelIndex span = requireRow(&proxy, "SpanCat");
     ASSERT_TRUE(span.isValid());
     EXPECT_TRUE(view.isFirstColumnSpanned(span.row(), span.parent()));
-    EXPECT_TRUE(view.isExpanded(find(&proxy, "AutoCat")));
-    const QModelIndex run = find(&proxy, "WidgetRun");
+    EXPECT_TRUE(view.isExpanded(requireRow(&proxy, "AutoCat")));
+    const QModelIndex run = requireRow(&proxy, "WidgetRun");
     EXPECT_FALSE(view.indexWidget(run.sibling(run.row(), 1))) << "its category is collapsed";
     view.expand(span);
     QCoreApplication::processEvents();
@@ -136,11 +127,11 @@ TEST(Qt4GenericTreeViewTest, rowsFilteredOutAndBackGetTheirDecorationsBack)
     // Hiding only the command row and showing it again through a layout change.
     proxy.hidden = {QStringLiteral("WidgetRun")};
     proxy.refilter();
-    EXPECT_FALSE(find(&proxy, "WidgetRun").isValid());
+    EXPECT_FALSE(findRow(&proxy, "WidgetRun").isValid());
     proxy.hidden.clear();
     proxy.refilter();
     emit proxy.layoutChanged(); // ends the batch at once
-    const QModelIndex again = find(&proxy, "WidgetRun");
+    const QModelIndex again = requireRow(&proxy, "WidgetRun");
     EXPECT_TRUE(qobject_cast<QLabel*>(view.indexWidget(again.sibling(again.row(), 1))));
 }
 

@@ -13,21 +13,6 @@
 namespace vorn {
 namespace test {
 
-// The first index in tree order whose column 0 shows text (display role), in column `column`.
-inline QModelIndex findRow(const QAbstractItemModel* model, const QString& text, int column = 0,
-                           const QModelIndex& parent = QModelIndex())
-{
-    for (int row = 0; row < model->rowCount(parent); ++row) {
-        const QModelIndex index = model->index(row, 0, parent);
-        if (index.data().toString() == text)
-            return index.sibling(row, column);
-        const QModelIndex below = findRow(model, text, column, index);
-        if (below.isValid())
-            return below;
-    }
-    return QModelIndex();
-}
-
 template <class Row> boost::shared_ptr<Row> rowAt(const QModelIndex& index)
 {
     return boost::dynamic_pointer_cast<Row>(index.data(Qt::UserRole).value<core::Qt4AbstractModelNodePtr>());

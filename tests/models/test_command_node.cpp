@@ -6,6 +6,7 @@
 #include "models/Qt4ParametersCommandNode.h"
 #include "models/Qt4ParametersModel.h"
 #include "models/Qt4ParametersModelNode.h"
+#include "support/Review.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -252,13 +253,13 @@ TEST_F(CommandNodeTest, realClickInAViewReachesTheCallbackOnceAndTheButtonFollow
     EXPECT_EQ(callsOf(*tree), QStringList{"AcquisitionStart:empty="});
     EXPECT_EQ(push->text(), QStringLiteral("running..."));
     EXPECT_FALSE(push->isEnabled());
-    view.grab().save(QStringLiteral("command-running.png"));
+    vorn::test::saveForReview(view.grab().toImage(), QStringLiteral("command-running"));
 
     QTest::mouseClick(push, Qt::LeftButton); // disabled while running
     EXPECT_EQ(tree->calls().size(), 1u);
     QTRY_COMPARE_WITH_TIMEOUT(push->text(), QStringLiteral("Execute"), 5000);
     EXPECT_TRUE(push->isEnabled());
-    view.grab().save(QStringLiteral("command-idle.png"));
+    vorn::test::saveForReview(view.grab().toImage(), QStringLiteral("command-idle"));
 
     const QModelIndex stop = findRow(model.get(), "Acquisition Stop");
     QPushButton* stopButton = pushButtonIn(view.indexWidget(stop.sibling(stop.row(), 1)));

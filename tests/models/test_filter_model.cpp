@@ -231,7 +231,7 @@ TEST(FilterModelViewTest, levelChangesKeepExpansionButtonsAndSpanningOnRowsThatS
     EXPECT_FALSE(findRow(filter.get(), "Device Reset").isValid()) << "a guru command";
     EXPECT_FALSE(findRow(filter.get(), "Counters").isValid());
     EXPECT_TRUE(view.isExpanded(findRow(filter.get(), "Acquisition Control")));
-    EXPECT_FALSE(view.isExpanded(findRow(filter.get(), "Image Format Control")));
+    EXPECT_FALSE(view.isExpanded(requireRow(filter.get(), "Image Format Control")));
     QPushButton* start = buttonOf("Acquisition Start");
     ASSERT_TRUE(start);
     EXPECT_EQ(start->text(), QStringLiteral("Execute"));
