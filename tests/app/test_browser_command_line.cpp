@@ -90,8 +90,11 @@ TEST_P(DumpTest, printsTheTreeAsTheCheckedInFileHasIt)
     QFile file(QStringLiteral(VORN_BROWSER_EXPECTED "/") + QLatin1String(c.expected));
     if (qEnvironmentVariableIsSet("VORN_UPDATE_EXPECTED")) {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(run.out.toUtf8());
-        return;
+        const QByteArray bytes = run.out.toUtf8();
+        ASSERT_EQ(file.write(bytes), bytes.size());
+        // Rewriting compared nothing: the run must not pass as a check.
+        FAIL() << "rewrote " << file.fileName().toStdString()
+               << "; review it with git diff, then run again without VORN_UPDATE_EXPECTED";
     }
     ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
     const QString expected = QString::fromUtf8(file.readAll());

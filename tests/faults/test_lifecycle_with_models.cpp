@@ -8,6 +8,7 @@
 
 #include "example/ExampleTree.h"
 #include "host/Qt4GenericTreeView.h"
+#include "host/VornCore.h"
 #include "lib/LibraryInitController.h"
 #include "lib/VornParametersQt4.h"
 #include "models/ModelTestSupport.h"
@@ -60,6 +61,8 @@ void runWithModels(bool hostHoldsInit)
     if (hostHoldsInit)
         VornParametersQt4Init();
     const std::uint32_t countBefore = LibraryInitController::useCount();
+    // Each time the count falls to zero the library tears down, which deinitialises its dependencies.
+    const unsigned long long teardownsBefore = VornCoreDeinitCalls();
 
     auto tree = vorn::example::buildExampleTree(0);
     auto plain =
@@ -132,6 +135,11 @@ void runWithModels(bool hostHoldsInit)
     stalls.take(probe);
 
     EXPECT_EQ(LibraryInitController::useCount(), countBefore);
+    EXPECT_GT(pairsDone.load(), 0);
+    if (hostHoldsInit)
+        EXPECT_EQ(VornCoreDeinitCalls(), teardownsBefore) << "torn down while the host held an init";
+    else
+        EXPECT_GT(VornCoreDeinitCalls(), teardownsBefore) << "the count never fell to zero";
     EXPECT_EQ(tree->calls().size(), static_cast<std::size_t>(writes))
         << "a write reached the tree twice or not at all";
     for (const auto& call : tree->calls())
@@ -154,7 +162,7 @@ void runWithModels(bool hostHoldsInit)
                 std::to_string(kThreads) + " threads, " + std::to_string(pairsDone.load()) +
                 " init/deinit pairs in " + std::to_string(tookMs) + " ms while the GUI thread made " +
                 std::to_string(writes) + " writes and level changes; " + stalls.text());
-    stalls.expectWithinBounds();
+    stalls.reportAgainstBounds();
     if (hostHoldsInit)
         VornParametersQt4Deinit();
 }
