@@ -131,7 +131,7 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
 
     name->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     Qt::ItemFlags valueFlags = Qt::ItemIsSelectable;
-    if (rows::valueEditable(entry))
+    if (entry.isWritable())
         valueFlags |= Qt::ItemIsEnabled | Qt::ItemIsEditable;
     if (checkable)
         valueFlags |= Qt::ItemIsUserCheckable;
