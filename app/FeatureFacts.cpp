@@ -163,11 +163,6 @@ bool FeatureFacts::hasValue() const
     }
 }
 
-bool FeatureFacts::isCommand() const
-{
-    return typeId() == pntCommand;
-}
-
 QString FeatureFacts::accessName(ParameterEntryAccessMode mode)
 {
     switch (mode) {

@@ -27,7 +27,6 @@ public:
 
     // Whether the feature holds a value (not a category, command or plain entry).
     bool hasValue() const;
-    bool isCommand() const;
 
     static QString accessName(core::models::ParameterEntryAccessMode mode);
     static QString visibilityName(core::models::ParameterEntryVisibility level);

@@ -35,7 +35,7 @@ parametersModel(const boost::shared_ptr<core::models::MvParametersModel>& tree, 
 
 FeatureModelStack::FeatureModelStack(const boost::shared_ptr<core::models::MvParametersModel>& tree,
                                      ModelKind kind)
-    : m_kind(kind), m_parameters(parametersModel(tree, kind)),
+    : m_parameters(parametersModel(tree, kind)),
       m_filter(core::Qt4ParametersFilterModel::create(m_parameters)), m_search(new FeatureSearchModel)
 {
     m_search->setSourceModel(m_filter.get());

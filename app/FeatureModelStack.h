@@ -24,12 +24,10 @@ public:
     FeatureModelStack(const FeatureModelStack&) = delete;
     FeatureModelStack& operator=(const FeatureModelStack&) = delete;
 
-    ModelKind kind() const { return m_kind; }
     // The model a view shows (the top of the stack).
     QAbstractItemModel* view() const;
     core::Qt4GenericModel* parameters() const { return m_parameters.get(); }
     core::Qt4ParametersFilterModel* filter() const { return m_filter.get(); }
-    FeatureSearchModel* search() const { return m_search.get(); }
 
     void setVisibility(core::models::ParameterEntryVisibility level);
     void setSearchText(const QString& text);
@@ -37,7 +35,6 @@ public:
     void refreshAll();
 
 private:
-    ModelKind m_kind;
     boost::shared_ptr<core::Qt4GenericModel> m_parameters;
     boost::shared_ptr<core::Qt4ParametersFilterModel> m_filter;
     std::unique_ptr<FeatureSearchModel> m_search;

@@ -16,7 +16,6 @@ public:
     explicit FeatureSearchModel(QObject* parent = nullptr);
 
     void setSearchText(const QString& text);
-    QString searchText() const { return m_text; }
 
 protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;

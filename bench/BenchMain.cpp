@@ -8,6 +8,7 @@
 
 #include "example/ExampleTree.h"
 
+#include "delegate/Qt4ParametersItemDelegate.h"
 #include "host/InMemoryParameterTree.h"
 #include "host/Qt4GenericTreeView.h"
 #include "models/Qt4ParametersFilterModel.h"
@@ -18,10 +19,6 @@
 
 #ifdef VORN_BENCH_GENICAM
 #include "host/GenicamParameterTree.h"
-#endif
-#if __has_include("delegate/Qt4ParametersItemDelegate.h")
-#include "delegate/Qt4ParametersItemDelegate.h"
-#define VORN_BENCH_DELEGATE 1
 #endif
 
 #include <QApplication>
@@ -198,9 +195,7 @@ struct Rig
 {
     boost::shared_ptr<Qt4ParametersFilterModel> filter;
     std::unique_ptr<BaselineFilterModel> baseFilter;
-#ifdef VORN_BENCH_DELEGATE
     boost::shared_ptr<Qt4ParametersItemDelegate> delegate;
-#endif
     std::unique_ptr<QTreeView> view;
     std::unique_ptr<PaintCounter> paints;
 
@@ -241,11 +236,9 @@ std::unique_ptr<Rig> showView(Kind kind, const Built& built, Expansion expansion
         rig->filter = Qt4ParametersFilterModel::create(built.ours);
         auto* view = new Qt4GenericTreeView();
         rig->view.reset(view);
-#ifdef VORN_BENCH_DELEGATE
         rig->delegate = Qt4ParametersItemDelegate::create();
         rig->delegate->enableGrid(kind == Styled);
         view->setItemDelegate(rig->delegate.get());
-#endif
         view->setModel(rig->filter.get()); // expands as the model asks
     } else {
         rig->baseFilter = std::make_unique<BaselineFilterModel>();
@@ -971,15 +964,10 @@ int main(int argc, char** argv)
                 "- changeVisibility: levels 0, 1, 2, 3, 4 in turn on a fully expanded view, each until the "
                 "view has repainted (ours: Qt4ParametersFilterModel in a Qt4GenericTreeView; baseline: "
                 "invalidateFilter); mean and slowest level.\n"
-                "- first paint: filter model, view%s made, expanded as the model asks (plain: all levels; "
-                "styled: top level only), shown, until the first frame is painted. The baseline column "
-                "gives expanded / collapsed; plain is compared with expanded, styled with collapsed.\n\n",
-#ifdef VORN_BENCH_DELEGATE
-                " and item delegate (grid on for the styled model)"
-#else
-                ""
-#endif
-    );
+                "- first paint: filter model, view and item delegate (grid on for the styled model) made, "
+                "expanded as the model asks (plain: all levels; styled: top level only), shown, until the "
+                "first frame is painted. The baseline column gives expanded / collapsed; plain is compared "
+                "with expanded, styled with collapsed.\n\n");
     printFigureTable(results);
     printFootnotes(results);
     printGrowth(results);

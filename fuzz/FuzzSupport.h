@@ -41,7 +41,6 @@ public:
     FuzzInput(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
 
     bool empty() const { return m_pos >= m_size; }
-    std::size_t remaining() const { return m_size - m_pos; }
 
     std::uint8_t byte() { return empty() ? 0 : m_data[m_pos++]; }
 
