@@ -1,6 +1,6 @@
 #include "BrowserSettings.h"
 
-#include "host/MovaniApplication.h"
+#include <vorn/host/MovaniApplication.h>
 
 namespace vorn {
 namespace browser {

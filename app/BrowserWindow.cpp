@@ -8,9 +8,9 @@
 #include "FeatureValueStore.h"
 #include "ParameterSource.h"
 
-#include "delegate/Qt4ParametersItemDelegate.h"
-#include "host/Qt4GenericModelNode.h"
-#include "host/Qt4GenericTreeView.h"
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
+#include <vorn/host/Qt4GenericModelNode.h>
+#include <vorn/host/Qt4GenericTreeView.h>
 
 #include <QAction>
 #include <QApplication>

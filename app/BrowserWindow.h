@@ -4,7 +4,7 @@
 #include "FeatureFailure.h"
 #include "ViewChoices.h"
 
-#include "host/MvParametersEntryNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
 
 #include <QMainWindow>
 

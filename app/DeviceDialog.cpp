@@ -1,6 +1,6 @@
 #include "DeviceDialog.h"
 
-#include "host/GenicamParameterTree.h"
+#include <vorn/host/GenicamParameterTree.h>
 
 #include <QApplication>
 #include <QDialogButtonBox>

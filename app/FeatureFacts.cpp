@@ -2,9 +2,9 @@
 
 #include "FeatureValueText.h"
 
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 namespace vorn {
 namespace browser {

@@ -2,12 +2,12 @@
 
 #include "FeatureSearchModel.h"
 
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 namespace vorn {
 namespace browser {

@@ -2,9 +2,9 @@
 
 #include "ViewChoices.h"
 
-#include "host/MvParametersModel.h"
-#include "host/Qt4GenericModel.h"
-#include "models/Qt4ParametersFilterModel.h"
+#include <vorn/host/MvParametersModel.h>
+#include <vorn/host/Qt4GenericModel.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "FeatureSearchModel.h"
 
-#include "host/MvParametersEntryNode.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 namespace vorn {
 namespace browser {

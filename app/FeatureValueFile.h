@@ -3,7 +3,7 @@
 #include "FeatureAssignment.h"
 #include "FeatureFailure.h"
 
-#include "host/MvParametersEntryNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
 
 #include <string>
 #include <vector>

@@ -1,11 +1,11 @@
 #include "FeatureValueText.h"
 
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 #include <QLocale>
 #include <QString>

@@ -3,10 +3,10 @@
 #include "FeatureValueText.h"
 #include "ParameterSource.h"
 
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersModel.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersModel.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 #include <deque>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4.h"
+#include <vorn/lib/VornParametersQt4.h>
 
 namespace vorn {
 namespace browser {

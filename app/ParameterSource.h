@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/GenicamParameterTree.h"
-#include "host/InMemoryParameterTree.h"
+#include <vorn/host/GenicamParameterTree.h>
+#include <vorn/host/InMemoryParameterTree.h>
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "TreeDump.h"
 
-#include "host/Qt4AbstractModelNode.h"
+#include <vorn/host/Qt4AbstractModelNode.h>
 
 #include <QStringList>
 

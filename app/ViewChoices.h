@@ -3,8 +3,8 @@
 // The choices a person makes about how the tree is shown (model, visibility level, integer view
 // mode), with the names the command line and the settings file use for them.
 
-#include "host/ParameterEnums.h"
-#include "models/IntegerViewModeKey.h"
+#include <vorn/host/ParameterEnums.h>
+#include <vorn/models/IntegerViewModeKey.h>
 
 #include <QString>
 #include <QStringList>

@@ -13,8 +13,8 @@
 #include "ParameterSource.h"
 #include "TreeDump.h"
 
-#include "host/GenicamParameterTree.h"
-#include "host/Qt4GenericTreeView.h"
+#include <vorn/host/GenicamParameterTree.h>
+#include <vorn/host/Qt4GenericTreeView.h>
 
 #include <QApplication>
 #include <QDir>

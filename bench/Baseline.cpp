@@ -1,13 +1,13 @@
 #include "Baseline.h"
 
-#include "models/IntegerRowSupport.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/IntegerRowSupport.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersCategoryNode.h>
+#include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 #include <QColor>
 #include <QIcon>
@@ -21,12 +21,25 @@ using namespace core::models;
 
 namespace {
 
+QFont withWeight(QFont font, int weight)
+{
+    font.setWeight(weight);
+    return font;
+}
+
+QFont fixedFamily(QFont font)
+{
+    font.setFamily(QStringLiteral("Courier"));
+    font.setFamily(QStringLiteral("Consolas"));
+    return font;
+}
+
 // What every host keeps once rather than per row: fonts, icons, colours.
 struct Looks
 {
     QFont plain = QApplication::font();
-    QFont bold = rows::boldFont();
-    QFont fixedBold = rows::fixedBoldFont();
+    QFont bold = withWeight(QApplication::font(), 75);
+    QFont fixedBold = withWeight(fixedFamily(QApplication::font()), 75);
     QIcon integer{QStringLiteral(":/parameters/integer.png")};
     QIcon floating{QStringLiteral(":/parameters/float.png")};
     QIcon boolean{QStringLiteral(":/parameters/boolean.png")};

@@ -4,7 +4,7 @@
 // with the texts, icons, fonts, check states, tool tips, size hints and colours our plain model shows,
 // under a QSortFilterProxyModel that applies the same visibility rule.
 
-#include "host/MvParametersEntryNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
 
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>

@@ -8,17 +8,17 @@
 
 #include "example/ExampleTree.h"
 
-#include "delegate/Qt4ParametersItemDelegate.h"
-#include "host/InMemoryParameterTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersFilterModel.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #ifdef VORN_BENCH_GENICAM
-#include "host/GenicamParameterTree.h"
+#include <vorn/host/GenicamParameterTree.h>
 #endif
 
 #include <QApplication>

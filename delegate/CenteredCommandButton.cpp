@@ -1,4 +1,4 @@
-#include "delegate/CenteredCommandButton.h"
+#include <vorn/delegate/CenteredCommandButton.h>
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "delegate/Ui_CenteredCommandButton.h"
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
+#include <vorn/delegate/Ui_CenteredCommandButton.h>
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
 
 #include <QAbstractSpinBox>
 #include <QString>

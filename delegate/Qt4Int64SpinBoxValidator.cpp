@@ -1,7 +1,7 @@
-#include "delegate/Qt4Int64SpinBoxValidator.h"
+#include <vorn/delegate/Qt4Int64SpinBoxValidator.h>
 
-#include "delegate/Qt4Int64SpinBox.h"
-#include "delegate/SpinBox64Support.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
+#include <vorn/delegate/private/SpinBox64Support.h>
 
 Qt4Int64SpinBoxValidator::Qt4Int64SpinBoxValidator(Qt4Int64SpinBox* spinBox)
     : QValidator(spinBox), spinBox(spinBox)

@@ -1,16 +1,16 @@
-#include "delegate/Qt4ParametersItemDelegate.h"
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
 
-#include "delegate/Qt4Int64SpinBox.h"
-#include "delegate/Qt4UInt64SpinBox.h"
-#include "models/ParameterRowSupport.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
+#include <vorn/resources/ParameterLook.h>
 
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersModel.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersModel.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 #include <QColor>
 #include <QComboBox>
@@ -101,7 +101,7 @@ void fillComboBox(QWidget* editor, const MvParametersEnumerationNode& node)
     auto* combo = qobject_cast<QComboBox*>(editor);
     if (!combo)
         return;
-    combo->setFont(rows::boldFont());
+    combo->setFont(look::boldFont());
     int current = -1;
     int position = 0;
     auto entries = node.getEnumEntryNodes();
@@ -113,7 +113,9 @@ void fillComboBox(QWidget* editor, const MvParametersEnumerationNode& node)
         const models::ParameterEntryAccessMode mode = entry->getAccessMode();
         if (mode == models::peamNotImplemented || mode == models::peamNotAvailable)
             continue;
-        combo->addItem(QIcon(), rows::text(entry->getDisplayName()), QVariant(qlonglong(entry->getValue())));
+        const std::string& name = entry->getDisplayName();
+        combo->addItem(QIcon(), QString::fromLatin1(name.data(), static_cast<int>(name.size())),
+                       QVariant(qlonglong(entry->getValue())));
         if (entry->getSymbolic() == node.getNodeValue())
             current = position;
         ++position;
@@ -128,7 +130,7 @@ void fillLineEdit(QWidget* editor, const MvParametersStringNode& node)
     auto* edit = qobject_cast<QLineEdit*>(editor);
     if (!edit)
         return;
-    edit->setFont(rows::fixedBoldFont());
+    edit->setFont(look::fixedBoldFont());
     // A length beyond what a line edit can hold means "no practical limit".
     const long long maxLength = node.getMaxLength();
     edit->setMaxLength(static_cast<int>(qBound<long long>(0, maxLength, std::numeric_limits<int>::max())));
@@ -141,7 +143,7 @@ void fillDoubleSpinBox(QWidget* editor, const MvParametersFloatNode& node)
     auto* box = qobject_cast<QDoubleSpinBox*>(editor);
     if (!box)
         return;
-    box->setFont(rows::boldFont());
+    box->setFont(look::boldFont());
     // The value goes in while the box still has Qt's default two decimals: it enters rounded to two
     // decimals and is then shown with fifteen (0.001 opens as 0.000000000000000). The order is
     // deliberate; do not move setDecimals up.

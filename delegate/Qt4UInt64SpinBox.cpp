@@ -1,7 +1,7 @@
-#include "delegate/Qt4UInt64SpinBox.h"
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
 
-#include "delegate/Qt4UInt64SpinBoxValidator.h"
-#include "delegate/SpinBox64Support.h"
+#include <vorn/delegate/Qt4UInt64SpinBoxValidator.h>
+#include <vorn/delegate/private/SpinBox64Support.h>
 
 #include <QApplication>
 #include <QLineEdit>

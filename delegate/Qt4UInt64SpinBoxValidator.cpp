@@ -1,7 +1,7 @@
-#include "delegate/Qt4UInt64SpinBoxValidator.h"
+#include <vorn/delegate/Qt4UInt64SpinBoxValidator.h>
 
-#include "delegate/Qt4UInt64SpinBox.h"
-#include "delegate/SpinBox64Support.h"
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
+#include <vorn/delegate/private/SpinBox64Support.h>
 
 Qt4UInt64SpinBoxValidator::Qt4UInt64SpinBoxValidator(Qt4UInt64SpinBox* spinBox)
     : QValidator(spinBox), spinBox(spinBox)

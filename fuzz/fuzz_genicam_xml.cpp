@@ -5,10 +5,10 @@
 // message) without hanging.
 #include "FuzzSupport.h"
 
-#include "host/GenicamParameterTree.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
+#include <vorn/host/GenicamParameterTree.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 #include <QDir>
 #include <QFile>

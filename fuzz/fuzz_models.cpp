@@ -6,16 +6,16 @@
 // filter and the callback promise.
 #include "FuzzSupport.h"
 
-#include "host/InMemoryParameterTree.h"
-#include "host/MovaniApplication.h"
-#include "models/IntegerViewModeKey.h"
-#include "models/Qt4ParametersFilterModel.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/MovaniApplication.h>
+#include <vorn/models/IntegerViewModeKey.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <QAbstractItemModelTester>
 

@@ -7,8 +7,8 @@
 // step count), then text: prefix, suffix and up to eight edits separated by line feeds.
 #include "FuzzSupport.h"
 
-#include "delegate/Qt4Int64SpinBox.h"
-#include "delegate/Qt4UInt64SpinBox.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
 
 #include <QLineEdit>
 #include <QLocale>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/shared_ptr.hpp>

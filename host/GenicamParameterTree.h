@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/GenicamExport.h"
-#include "host/MvParametersModel.h"
+#include <vorn/base/VornExport.h>
+#include <vorn/host/MvParametersModel.h>
 
 #include <boost/shared_ptr.hpp>
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersModel.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersCategoryNode.h>
+#include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersModel.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 #include <boost/any.hpp>
 
@@ -173,7 +173,8 @@ public:
     }
 };
 
-class EnumerationBuilder : public EntryBuilder<EnumerationBuilder, MvParametersEnumerationNode>
+class VORN_PARAMETERS_API EnumerationBuilder
+    : public EntryBuilder<EnumerationBuilder, MvParametersEnumerationNode>
 {
 public:
     using EntryBuilder::EntryBuilder;
@@ -191,7 +192,7 @@ public:
     }
 };
 
-class CommandBuilder : public EntryBuilder<CommandBuilder, MvParametersCommandNode>
+class VORN_PARAMETERS_API CommandBuilder : public EntryBuilder<CommandBuilder, MvParametersCommandNode>
 {
 public:
     CommandBuilder(const boost::shared_ptr<MvParametersCommandNode>& node, InMemoryParameterTree* tree)

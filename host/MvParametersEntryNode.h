@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/GenericModelNode.h"
-#include "host/ParameterEnums.h"
+#include <vorn/host/GenericModelNode.h>
+#include <vorn/host/ParameterEnums.h>
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/MvParametersEnumEntryNode.h"
+#include <vorn/host/MvParametersEnumEntryNode.h>
 
 #include <atomic>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/GenericModel.h"
-#include "host/MvParametersRootNode.h"
+#include <vorn/host/GenericModel.h>
+#include <vorn/host/MvParametersRootNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/MvParametersEntryNode.h"
-#include "host/ParameterModelCallback.h"
+#include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/ParameterModelCallback.h>
 
 #include <boost/weak_ptr.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/MvParametersEntryNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
 
 namespace vorn {
 namespace core {

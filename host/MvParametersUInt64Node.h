@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/MvParametersIntegralNode.h"
+#include <vorn/host/MvParametersIntegralNode.h>
 
 namespace vorn {
 namespace core {

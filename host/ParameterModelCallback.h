@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/EnableThisPtr.h"
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
+#include <vorn/host/EnableThisPtr.h>
 
 #include <QMetaType>
 #include <QVariant>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/GenericModel.h"
-#include "host/Qt4AbstractModel.h"
+#include <vorn/host/GenericModel.h>
+#include <vorn/host/Qt4AbstractModel.h>
 
 #include <QHash>
 

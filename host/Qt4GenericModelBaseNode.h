@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Qt4AbstractModelNode.h"
+#include <vorn/host/Qt4AbstractModelNode.h>
 
 namespace vorn {
 namespace core {

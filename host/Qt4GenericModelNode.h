@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Qt4GenericModelBaseNode.h"
+#include <vorn/host/Qt4GenericModelBaseNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 #include <QTreeView>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 // Entry points of the core library. Every init must be matched by one deinit; the library keeps its
 // own use count, which tests and hosts can read.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 // Entry points of the generic Qt model library, with its use count for tests and hosts.
 extern "C" {

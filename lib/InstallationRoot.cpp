@@ -1,7 +1,7 @@
-#include "lib/InstallationRoot.h"
+#include <vorn/lib/private/InstallationRoot.h>
 
-#include "platform/NativeModule.h"
-#include "platform/SpinLockVariableGuard.h"
+#include <vorn/platform/NativeModule.h>
+#include <vorn/platform/SpinLockVariableGuard.h>
 
 #include <cctype>
 #include <cstdlib>

@@ -1,8 +1,8 @@
-#include "lib/LibraryInitController.h"
+#include <vorn/lib/private/LibraryInitController.h>
 
-#include "lib/LibraryInitControllerInternal.h"
-#include "platform/GuardedSingletonBase.h"
-#include "platform/SpinLockVariableGuard.h"
+#include <vorn/lib/private/LibraryInitControllerInternal.h>
+#include <vorn/platform/GuardedSingletonBase.h>
+#include <vorn/platform/SpinLockVariableGuard.h>
 
 #include <atomic>
 #include <iostream>
@@ -21,6 +21,13 @@ volatile LockWord s_lockWord = 0;
 volatile ThreadId s_lockOwner = 0;
 // The trace switch: compiled in as off; nothing in the library turns it on.
 std::atomic<bool> s_trace{false};
+
+// The library's guarded singletons are made in platform/, which knows nothing of this controller: the
+// controller takes them into its teardown as the registrar of every singleton the module creates.
+struct RegistrarInstaller
+{
+    RegistrarInstaller() { GuardedSingletonBase::setRegistrar(&LibraryInitController::registerSingleton); }
+} s_registrarInstaller;
 
 } // namespace
 

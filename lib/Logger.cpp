@@ -1,7 +1,7 @@
-#include "lib/Logger.h"
+#include <vorn/lib/private/Logger.h>
 
-#include "lib/Logging.h"
-#include "platform/RecursiveMutexGuard.h"
+#include <vorn/lib/private/Logging.h>
+#include <vorn/platform/RecursiveMutexGuard.h>
 
 namespace vorn {
 namespace tools {

@@ -1,7 +1,7 @@
-#include "lib/Logging.h"
+#include <vorn/lib/private/Logging.h>
 
-#include "lib/InstallationRoot.h"
-#include "platform/ReadWriteLockGuard.h"
+#include <vorn/lib/private/InstallationRoot.h>
+#include <vorn/platform/ReadWriteLockGuard.h>
 
 namespace vorn {
 namespace tools {

@@ -1,12 +1,18 @@
 // The library frame built without Qt carries no resources, so there is nothing to register.
-#include "lib/ResourceRegistration.h"
+#include <vorn/lib/private/ResourceRegistration.h>
 
 namespace vorn {
 namespace core {
 
-void registerLibraryResources() {}
+int registerLibraryResources()
+{
+    return 1;
+}
 
-void unregisterLibraryResources() {}
+int unregisterLibraryResources()
+{
+    return 1;
+}
 
 } // namespace core
 } // namespace vorn

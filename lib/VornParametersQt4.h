@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
 
 // The library's entry points. A host calls VornParametersQt4Init before it creates any model, node,
 // delegate or editor of this library, and VornParametersQt4Deinit once for every earlier init; the

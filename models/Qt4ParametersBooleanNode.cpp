@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersBooleanNode.h"
+#include <vorn/models/Qt4ParametersBooleanNode.h>
 
-#include "models/RowFactory.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
-#include "host/MvParametersBooleanNode.h"
+#include <vorn/host/MvParametersBooleanNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,7 +1,7 @@
-#include "models/Qt4ParametersCategoryNode.h"
+#include <vorn/models/Qt4ParametersCategoryNode.h>
 
-#include "models/ParameterRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
 namespace vorn {
 namespace core {

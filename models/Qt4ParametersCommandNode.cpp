@@ -1,10 +1,10 @@
-#include "models/Qt4ParametersCommandNode.h"
+#include <vorn/models/Qt4ParametersCommandNode.h>
 
-#include "delegate/CenteredCommandButton.h"
-#include "models/ParameterRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/delegate/CenteredCommandButton.h>
+#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
-#include "host/MvParametersCommandNode.h"
+#include <vorn/host/MvParametersCommandNode.h>
 
 #include <QPushButton>
 #include <QSize>

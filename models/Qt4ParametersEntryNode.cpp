@@ -1,7 +1,7 @@
-#include "models/Qt4ParametersEntryNode.h"
+#include <vorn/models/Qt4ParametersEntryNode.h>
 
-#include "models/ParameterRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
 #include <QColor>
 

@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersEnumerationNode.h"
+#include <vorn/models/Qt4ParametersEnumerationNode.h>
 
-#include "models/RowFactory.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
-#include "host/MvParametersEnumerationNode.h"
+#include <vorn/host/MvParametersEnumerationNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,7 +1,7 @@
-#include "models/Qt4ParametersFilterModel.h"
+#include <vorn/models/Qt4ParametersFilterModel.h>
 
-#include "host/MvParametersEntryNode.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
 
-#include "host/ParameterEnums.h"
-#include "host/Qt4GenericModel.h"
+#include <vorn/host/ParameterEnums.h>
+#include <vorn/host/Qt4GenericModel.h>
 
 #include <QSortFilterProxyModel>
 

@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersFloatNode.h"
+#include <vorn/models/Qt4ParametersFloatNode.h>
 
-#include "models/RowFactory.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
-#include "host/MvParametersFloatNode.h"
+#include <vorn/host/MvParametersFloatNode.h>
 
 namespace vorn {
 namespace core {

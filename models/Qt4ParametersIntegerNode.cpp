@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersIntegerNode.h"
+#include <vorn/models/Qt4ParametersIntegerNode.h>
 
-#include "models/IntegerRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/models/private/IntegerRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
-#include "host/MvParametersIntegerNode.h"
+#include <vorn/host/MvParametersIntegerNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,4 +1,4 @@
-#include "models/Qt4ParametersModel.h"
+#include <vorn/models/Qt4ParametersModel.h>
 
 namespace vorn {
 namespace core {

@@ -1,16 +1,16 @@
-#include "models/Qt4ParametersModelNode.h"
+#include <vorn/models/Qt4ParametersModelNode.h>
 
-#include "models/ParameterRowSupport.h"
-#include "models/Qt4ParametersBooleanNode.h"
-#include "models/Qt4ParametersCategoryNode.h"
-#include "models/Qt4ParametersCommandNode.h"
-#include "models/Qt4ParametersEntryNode.h"
-#include "models/Qt4ParametersEnumerationNode.h"
-#include "models/Qt4ParametersFloatNode.h"
-#include "models/Qt4ParametersIntegerNode.h"
-#include "models/Qt4ParametersStringNode.h"
-#include "models/Qt4ParametersUInt64Node.h"
-#include "models/RowFactory.h"
+#include <vorn/models/Qt4ParametersBooleanNode.h>
+#include <vorn/models/Qt4ParametersCategoryNode.h>
+#include <vorn/models/Qt4ParametersCommandNode.h>
+#include <vorn/models/Qt4ParametersEntryNode.h>
+#include <vorn/models/Qt4ParametersEnumerationNode.h>
+#include <vorn/models/Qt4ParametersFloatNode.h>
+#include <vorn/models/Qt4ParametersIntegerNode.h>
+#include <vorn/models/Qt4ParametersStringNode.h>
+#include <vorn/models/Qt4ParametersUInt64Node.h>
+#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
 #include <QSize>
 

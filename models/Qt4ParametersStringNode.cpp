@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersStringNode.h"
+#include <vorn/models/Qt4ParametersStringNode.h>
 
-#include "models/ParameterRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
-#include "host/MvParametersStringNode.h"
+#include <vorn/host/MvParametersStringNode.h>
 
 namespace vorn {
 namespace core {

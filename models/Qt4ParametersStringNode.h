@@ -1,6 +1,6 @@
 #pragma once
 
-#include "models/Qt4ParametersModelNode.h"
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 namespace vorn {
 namespace core {

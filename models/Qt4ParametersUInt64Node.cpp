@@ -1,9 +1,9 @@
-#include "models/Qt4ParametersUInt64Node.h"
+#include <vorn/models/Qt4ParametersUInt64Node.h>
 
-#include "models/IntegerRowSupport.h"
-#include "models/RowFactory.h"
+#include <vorn/models/private/IntegerRowSupport.h>
+#include <vorn/models/private/RowFactory.h>
 
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersUInt64Node.h>
 
 namespace vorn {
 namespace core {

@@ -1,8 +1,8 @@
-#include "models/Qt4StyledBooleanParametersBooleanNode.h"
+#include <vorn/models/Qt4StyledBooleanParametersBooleanNode.h>
 
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
 namespace vorn {
 namespace core {

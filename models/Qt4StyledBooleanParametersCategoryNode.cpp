@@ -1,8 +1,8 @@
-#include "models/Qt4StyledBooleanParametersCategoryNode.h"
+#include <vorn/models/Qt4StyledBooleanParametersCategoryNode.h>
 
-#include "models/RowFactory.h"
+#include <vorn/models/private/RowFactory.h>
 
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/StyledRowSupport.h>
 
 #include <QSize>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "models/Qt4StyledBooleanParametersModelNode.h"
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,6 +1,6 @@
-#include "models/Qt4StyledBooleanParametersModel.h"
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
 
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/StyledRowSupport.h>
 
 namespace vorn {
 namespace core {

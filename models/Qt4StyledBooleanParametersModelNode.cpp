@@ -1,10 +1,10 @@
-#include "models/Qt4StyledBooleanParametersModelNode.h"
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
 
-#include "models/Qt4StyledBooleanParametersBooleanNode.h"
-#include "models/Qt4StyledBooleanParametersCategoryNode.h"
-#include "models/Qt4StyledBooleanParametersEntryNode.h"
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
+#include <vorn/models/Qt4StyledBooleanParametersBooleanNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersCategoryNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersEntryNode.h>
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
 
 #include <QSize>
 

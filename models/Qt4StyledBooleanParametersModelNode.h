@@ -1,9 +1,9 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
 
-#include "host/MvParametersEntryNode.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 namespace vorn {
 namespace core {

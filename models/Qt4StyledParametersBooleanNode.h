@@ -1,6 +1,6 @@
 #pragma once
 
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,6 +1,6 @@
-#include "models/Qt4StyledParametersEntryNode.h"
+#include <vorn/models/Qt4StyledParametersEntryNode.h>
 
-#include "models/RowFactory.h"
+#include <vorn/models/private/RowFactory.h>
 
 #include <QColor>
 

@@ -1,7 +1,7 @@
-#include "models/Qt4StyledParametersEnumerationNode.h"
+#include <vorn/models/Qt4StyledParametersEnumerationNode.h>
 
-#include "models/RowFactory.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
 namespace vorn {
 namespace core {

@@ -1,7 +1,7 @@
-#include "models/Qt4StyledParametersFloatNode.h"
+#include <vorn/models/Qt4StyledParametersFloatNode.h>
 
-#include "models/RowFactory.h"
-#include "models/ValueRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/ValueRowSupport.h>
 
 namespace vorn {
 namespace core {

@@ -1,9 +1,9 @@
-#include "models/Qt4StyledParametersIntegerNode.h"
+#include <vorn/models/Qt4StyledParametersIntegerNode.h>
 
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
 
-#include "host/MvParametersIntegerNode.h"
+#include <vorn/host/MvParametersIntegerNode.h>
 
 namespace vorn {
 namespace core {

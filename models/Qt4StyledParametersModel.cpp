@@ -1,6 +1,6 @@
-#include "models/Qt4StyledParametersModel.h"
+#include <vorn/models/Qt4StyledParametersModel.h>
 
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/StyledRowSupport.h>
 
 namespace vorn {
 namespace core {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
+#include <vorn/base/VornExport.h>
 
-#include "host/Qt4GenericModel.h"
+#include <vorn/host/Qt4GenericModel.h>
 
 namespace vorn {
 namespace core {

@@ -1,16 +1,16 @@
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
-#include "models/Qt4ParametersCommandNode.h"
-#include "models/Qt4StyledParametersBooleanNode.h"
-#include "models/Qt4StyledParametersCategoryNode.h"
-#include "models/Qt4StyledParametersEntryNode.h"
-#include "models/Qt4StyledParametersEnumerationNode.h"
-#include "models/Qt4StyledParametersFloatNode.h"
-#include "models/Qt4StyledParametersIntegerNode.h"
-#include "models/Qt4StyledParametersStringNode.h"
-#include "models/Qt4StyledParametersUInt64Node.h"
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
+#include <vorn/models/Qt4ParametersCommandNode.h>
+#include <vorn/models/Qt4StyledParametersBooleanNode.h>
+#include <vorn/models/Qt4StyledParametersCategoryNode.h>
+#include <vorn/models/Qt4StyledParametersEntryNode.h>
+#include <vorn/models/Qt4StyledParametersEnumerationNode.h>
+#include <vorn/models/Qt4StyledParametersFloatNode.h>
+#include <vorn/models/Qt4StyledParametersIntegerNode.h>
+#include <vorn/models/Qt4StyledParametersStringNode.h>
+#include <vorn/models/Qt4StyledParametersUInt64Node.h>
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
 
 #include <QSize>
 

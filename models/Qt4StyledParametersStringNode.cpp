@@ -1,9 +1,9 @@
-#include "models/Qt4StyledParametersStringNode.h"
+#include <vorn/models/Qt4StyledParametersStringNode.h>
 
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
 
-#include "host/MvParametersStringNode.h"
+#include <vorn/host/MvParametersStringNode.h>
 
 namespace vorn {
 namespace core {

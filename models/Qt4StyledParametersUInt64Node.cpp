@@ -1,9 +1,9 @@
-#include "models/Qt4StyledParametersUInt64Node.h"
+#include <vorn/models/Qt4StyledParametersUInt64Node.h>
 
-#include "models/RowFactory.h"
-#include "models/StyledRowSupport.h"
+#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/StyledRowSupport.h>
 
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersUInt64Node.h>
 
 namespace vorn {
 namespace core {

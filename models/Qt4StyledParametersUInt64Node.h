@@ -1,7 +1,7 @@
 #pragma once
 
-#include "models/IntegerDetails.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/models/IntegerDetails.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,21 +1,30 @@
 # The three model families with their row classes and node factories, and the filter model.
-foreach(name
-    ParameterRowSupport.h IntegerRowSupport.h IntegerDetails.h IntegerViewModeKey.h ValueRowSupport.h StyledRowSupport.h RowFactory.h
-    Qt4ParametersModel.cpp Qt4ParametersModel.h
-    Qt4ParametersModelNode.cpp
-    Qt4ParametersEntryNode.cpp Qt4ParametersCategoryNode.cpp Qt4ParametersStringNode.cpp
-    Qt4ParametersIntegerNode.cpp Qt4ParametersUInt64Node.cpp Qt4ParametersFloatNode.cpp
-    Qt4ParametersBooleanNode.cpp Qt4ParametersEnumerationNode.cpp
-    Qt4ParametersCommandNode.cpp Qt4ParametersCommandNode.h
-    Qt4StyledParametersModel.cpp Qt4StyledParametersModel.h
-    Qt4StyledParametersModelNode.cpp
-    Qt4StyledParametersEntryNode.cpp Qt4StyledParametersCategoryNode.cpp Qt4StyledParametersStringNode.cpp
-    Qt4StyledParametersIntegerNode.cpp Qt4StyledParametersUInt64Node.cpp Qt4StyledParametersFloatNode.cpp
-    Qt4StyledParametersBooleanNode.cpp Qt4StyledParametersEnumerationNode.cpp
-    Qt4StyledBooleanParametersModel.cpp Qt4StyledBooleanParametersModel.h
-    Qt4StyledBooleanParametersModelNode.cpp
-    Qt4StyledBooleanParametersEntryNode.cpp Qt4StyledBooleanParametersCategoryNode.cpp
-    Qt4StyledBooleanParametersBooleanNode.cpp
-    Qt4ParametersFilterModel.cpp Qt4ParametersFilterModel.h)
-  list(APPEND VORN_QT4_SOURCES ${PROJECT_SOURCE_DIR}/models/${name})
+set(models_public_headers
+  Qt4ParametersModel.h Qt4ParametersModelNode.h Qt4ParametersFilterModel.h
+  Qt4ParametersEntryNode.h Qt4ParametersCategoryNode.h Qt4ParametersStringNode.h
+  Qt4ParametersIntegerNode.h Qt4ParametersUInt64Node.h Qt4ParametersFloatNode.h
+  Qt4ParametersBooleanNode.h Qt4ParametersEnumerationNode.h Qt4ParametersCommandNode.h
+  Qt4StyledParametersModel.h Qt4StyledParametersModelNode.h
+  Qt4StyledParametersEntryNode.h Qt4StyledParametersCategoryNode.h Qt4StyledParametersStringNode.h
+  Qt4StyledParametersIntegerNode.h Qt4StyledParametersUInt64Node.h Qt4StyledParametersFloatNode.h
+  Qt4StyledParametersBooleanNode.h Qt4StyledParametersEnumerationNode.h
+  Qt4StyledBooleanParametersModel.h Qt4StyledBooleanParametersModelNode.h
+  Qt4StyledBooleanParametersEntryNode.h Qt4StyledBooleanParametersCategoryNode.h
+  Qt4StyledBooleanParametersBooleanNode.h
+  IntegerDetails.h IntegerViewModeKey.h)
+vorn_public_headers(models ${models_public_headers})
+foreach(header ${models_public_headers})
+  list(APPEND VORN_QT4_SOURCES models/${header})
+  string(REGEX REPLACE "\\.h$" ".cpp" source ${header})
+  if(EXISTS ${PROJECT_SOURCE_DIR}/models/${source})
+    list(APPEND VORN_QT4_SOURCES models/${source})
+  endif()
 endforeach()
+list(APPEND VORN_QT4_SOURCES
+  models/IntegerDetails.h
+  models/private/IntegerRowSupport.h
+  models/IntegerViewModeKey.h
+  models/private/ParameterRowSupport.h
+  models/private/RowFactory.h
+  models/private/StyledRowSupport.h
+  models/private/ValueRowSupport.h)

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "lib/LibraryInitController.h"
-#include "platform/GuardedSingletonBase.h"
-#include "platform/SpinLockVariableGuard.h"
+#include <vorn/platform/GuardedSingletonBase.h>
+#include <vorn/platform/SpinLockVariableGuard.h>
 
-// A process-wide T, created on first use and destroyed at the library's last deinit, after which the
-// next use creates a fresh one. T derives from GuardedSingleton<T> and befriends it, so that only
-// instance() constructs it.
+// A process-wide T, created on first use and destroyed at the library's last deinit (its module's
+// registrar, see GuardedSingletonBase), after which the next use creates a fresh one. T derives from
+// GuardedSingleton<T> and befriends it, so that only instance() constructs it.
 //
 // The instance pointer and its lock are per T and per module. A T that other modules must reach offers
 // an accessor defined in its own module instead of letting them instantiate instance(): on Windows each
@@ -23,7 +22,7 @@ public:
             return static_cast<T*>(s_instance);
         T* created = new T();
         s_instance = created;
-        LibraryInitController::registerSingleton(created);
+        GuardedSingletonBase::registerCreated(created);
         created->initialise();
         return created;
     }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 // Module loading on POSIX systems: dlopen, dlsym and dlclose; the library's own file name from dladdr on
 // an address inside it. Modules live in ROOT/lib as libNAME.so.
-#include "platform/NativeModule.h"
+#include <vorn/platform/NativeModule.h>
 
 #include <dlfcn.h>
 

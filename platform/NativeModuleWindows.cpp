@@ -1,6 +1,6 @@
 // Module loading on Windows: LoadLibraryA, GetProcAddress and FreeLibrary; the library's own file name
 // from the module that holds an address inside it. Modules live in ROOT\bin as NAME.dll.
-#include "platform/NativeModule.h"
+#include <vorn/platform/NativeModule.h>
 
 #define WIN32_LEAN_AND_MEAN
 #ifndef NOMINMAX

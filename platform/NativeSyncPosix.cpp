@@ -1,7 +1,7 @@
 // The lock primitives on POSIX systems, built to behave like their Windows counterparts: the mutex and
 // the critical section are recursive, the event is a flag with a condition variable that stays set until
 // it is reset, and the interlocked calls are sequentially consistent atomic operations.
-#include "platform/NativeSync.h"
+#include <vorn/platform/NativeSync.h>
 
 #include <condition_variable>
 #include <mutex>

@@ -1,6 +1,6 @@
 // The lock primitives on the Windows kernel: mutex, manual-reset events, critical sections and the
 // Interlocked calls. The opaque native types are the kernel handles (or the CRITICAL_SECTION) themselves.
-#include "platform/NativeSync.h"
+#include <vorn/platform/NativeSync.h>
 
 #define WIN32_LEAN_AND_MEAN
 #ifndef NOMINMAX

@@ -1,4 +1,4 @@
-#include "platform/ReadWriteLock.h"
+#include <vorn/platform/ReadWriteLock.h>
 
 #include <cassert>
 

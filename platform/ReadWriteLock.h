@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-#include "platform/NativeSync.h"
+#include <vorn/platform/NativeSync.h>
 
 #include <cstdint>
 
@@ -12,7 +11,7 @@ namespace platform {
 // Many readers or one writer. Writers take precedence over new readers: once a writer has announced
 // itself, readers that arrive later wait until it has had its turn, so a steady stream of readers
 // cannot starve it. Not re-entrant in either mode.
-class VORN_PARAMETERSQT4_API ReadWriteLock
+class ReadWriteLock
 {
 public:
     ReadWriteLock();

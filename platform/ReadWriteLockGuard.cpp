@@ -1,4 +1,4 @@
-#include "platform/ReadWriteLockGuard.h"
+#include <vorn/platform/ReadWriteLockGuard.h>
 
 #include <cassert>
 

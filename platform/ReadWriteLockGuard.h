@@ -1,15 +1,14 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-#include "platform/Guard.h"
-#include "platform/ReadWriteLock.h"
+#include <vorn/platform/Guard.h>
+#include <vorn/platform/ReadWriteLock.h>
 
 namespace vorn {
 namespace templates {
 namespace platform {
 
 // Locks a ReadWriteLock in read or write mode for the guard's lifetime.
-class VORN_PARAMETERSQT4_API ReadWriteLockGuard : public patterns::Guard<ReadWriteLock*>
+class ReadWriteLockGuard : public patterns::Guard<ReadWriteLock*>
 {
 public:
     enum Mode { Read = 1, Write = 2 };

@@ -1,4 +1,4 @@
-#include "platform/RecursiveMutex.h"
+#include <vorn/platform/RecursiveMutex.h>
 
 #include <cassert>
 

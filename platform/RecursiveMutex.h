@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-#include "platform/NativeSync.h"
+#include <vorn/platform/NativeSync.h>
 
 #include <atomic>
 #include <cstdint>
@@ -12,7 +11,7 @@ namespace platform {
 
 // A mutex that the thread holding it may lock again; it is free once every lock was matched by an
 // unlock. Re-entry comes from the operating system mutex itself, not from bookkeeping here.
-class VORN_PARAMETERSQT4_API RecursiveMutex
+class RecursiveMutex
 {
 public:
     RecursiveMutex();

@@ -1,4 +1,4 @@
-#include "platform/RecursiveMutexGuard.h"
+#include <vorn/platform/RecursiveMutexGuard.h>
 
 #include <cassert>
 

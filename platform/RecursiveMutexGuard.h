@@ -1,15 +1,14 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-#include "platform/Guard.h"
-#include "platform/RecursiveMutex.h"
+#include <vorn/platform/Guard.h>
+#include <vorn/platform/RecursiveMutex.h>
 
 namespace vorn {
 namespace templates {
 namespace platform {
 
 // Locks a RecursiveMutex for the guard's lifetime.
-class VORN_PARAMETERSQT4_API RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*>
+class RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*>
 {
 public:
     explicit RecursiveMutexGuard(RecursiveMutex* mutex);

@@ -1,4 +1,4 @@
-#include "platform/SpinLockVariableGuard.h"
+#include <vorn/platform/SpinLockVariableGuard.h>
 
 #include <cassert>
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-#include "platform/NativeSync.h"
+#include <vorn/platform/NativeSync.h>
 
 namespace vorn {
 namespace templates {
@@ -12,7 +11,7 @@ namespace platform {
 //
 // With an owner id the lock is re-entrant: a thread that already owns it takes nothing and releases
 // nothing, so only its outermost guard frees the word. Without one it is a plain, non-re-entrant lock.
-class VORN_PARAMETERSQT4_API SpinLockVariableGuard
+class SpinLockVariableGuard
 {
 public:
     explicit SpinLockVariableGuard(volatile LockWord* lockWord);

@@ -1,18 +1,24 @@
-# Locks, guards and guarded singletons of the library frame. The operating system calls sit in one file
-# per platform and purpose (Native*Windows.cpp, Native*Posix.cpp).
+# Locks, guards and guarded singletons of the library frame: the library's own, never installed. The
+# operating system calls sit in one file per platform and purpose (Native*Windows.cpp, Native*Posix.cpp).
 list(APPEND VORN_QT4_SOURCES
-  ${PROJECT_SOURCE_DIR}/platform/GuardedSingletonBase.cpp
-  ${PROJECT_SOURCE_DIR}/platform/ReadWriteLock.cpp
-  ${PROJECT_SOURCE_DIR}/platform/ReadWriteLockGuard.cpp
-  ${PROJECT_SOURCE_DIR}/platform/RecursiveMutex.cpp
-  ${PROJECT_SOURCE_DIR}/platform/RecursiveMutexGuard.cpp
-  ${PROJECT_SOURCE_DIR}/platform/SpinLockVariableGuard.cpp)
+  platform/Guard.h
+  platform/GuardedSingleton.h
+  platform/GuardedSingletonBase.cpp
+  platform/GuardedSingletonBase.h
+  platform/NativeModule.h
+  platform/NativeSync.h
+  platform/ReadWriteLock.cpp
+  platform/ReadWriteLock.h
+  platform/ReadWriteLockGuard.cpp
+  platform/ReadWriteLockGuard.h
+  platform/RecursiveMutex.cpp
+  platform/RecursiveMutex.h
+  platform/RecursiveMutexGuard.cpp
+  platform/RecursiveMutexGuard.h
+  platform/SpinLockVariableGuard.cpp
+  platform/SpinLockVariableGuard.h)
 if(WIN32)
-  list(APPEND VORN_QT4_SOURCES
-    ${PROJECT_SOURCE_DIR}/platform/NativeModuleWindows.cpp
-    ${PROJECT_SOURCE_DIR}/platform/NativeSyncWindows.cpp)
+  list(APPEND VORN_QT4_SOURCES platform/NativeModuleWindows.cpp platform/NativeSyncWindows.cpp)
 else()
-  list(APPEND VORN_QT4_SOURCES
-    ${PROJECT_SOURCE_DIR}/platform/NativeModulePosix.cpp
-    ${PROJECT_SOURCE_DIR}/platform/NativeSyncPosix.cpp)
+  list(APPEND VORN_QT4_SOURCES platform/NativeModulePosix.cpp platform/NativeSyncPosix.cpp)
 endif()

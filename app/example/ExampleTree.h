@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/InMemoryParameterTree.h"
+#include <vorn/host/InMemoryParameterTree.h>
 
 namespace vorn {
 namespace example {

@@ -1,4 +1,4 @@
-#include "host/GenericModel.h"
+#include <vorn/host/GenericModel.h>
 
 #include <algorithm>
 

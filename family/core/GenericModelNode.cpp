@@ -1,6 +1,6 @@
-#include "host/GenericModelNode.h"
+#include <vorn/host/GenericModelNode.h>
 
-#include "host/GenericModel.h"
+#include <vorn/host/GenericModel.h>
 
 namespace vorn {
 namespace core {

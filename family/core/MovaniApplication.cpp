@@ -1,4 +1,4 @@
-#include "host/MovaniApplication.h"
+#include <vorn/host/MovaniApplication.h>
 
 #include <atomic>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "host/VornCore.h"
+#include <vorn/host/VornCore.h>
 
 #include "family/common/UseCount.h"
 

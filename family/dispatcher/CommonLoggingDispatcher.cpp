@@ -2,7 +2,7 @@
 
 #include "family/dispatcher/DispatcherConfiguration.h"
 #include "family/dispatcher/DispatcherOutput.h"
-#include "host/VornExport.h"
+#include <vorn/base/VornExport.h>
 
 #include <atomic>
 #include <map>

@@ -28,7 +28,7 @@
 //
 // output: "stderr" (the default), "stdout", or the path of a file to append to.
 
-#include "lib/LoggingDispatcherDescriptor.h"
+#include <vorn/base/LoggingDispatcherDescriptor.h>
 
 #include <cstdint>
 #include <string>

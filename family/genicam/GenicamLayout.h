@@ -4,7 +4,7 @@
 // opened, and the values of features whenever they change. Plain values only, so that they can
 // cross threads by copy.
 
-#include "host/ParameterEnums.h"
+#include <vorn/host/ParameterEnums.h>
 
 #include <boost/any.hpp>
 

@@ -1,6 +1,6 @@
-#include "host/Qt4AbstractModel.h"
+#include <vorn/host/Qt4AbstractModel.h>
 
-#include "host/Qt4GenericModel.h"
+#include <vorn/host/Qt4GenericModel.h>
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,6 +1,6 @@
-#include "host/Qt4AbstractModelNode.h"
+#include <vorn/host/Qt4AbstractModelNode.h>
 
-#include "host/Qt4AbstractModel.h"
+#include <vorn/host/Qt4AbstractModel.h>
 
 namespace vorn {
 namespace core {

@@ -1,7 +1,7 @@
-#include "host/Qt4GenericModel.h"
+#include <vorn/host/Qt4GenericModel.h>
 
-#include "host/GenericModelNode.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/GenericModelNode.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 namespace vorn {
 namespace core {

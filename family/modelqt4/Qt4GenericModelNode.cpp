@@ -1,8 +1,8 @@
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/Qt4GenericModelNode.h>
 
-#include "host/GenericModel.h"
-#include "host/GenericModelNode.h"
-#include "host/Qt4GenericModel.h"
+#include <vorn/host/GenericModel.h>
+#include <vorn/host/GenericModelNode.h>
+#include <vorn/host/Qt4GenericModel.h>
 
 namespace vorn {
 namespace core {

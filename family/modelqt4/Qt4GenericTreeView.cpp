@@ -1,6 +1,6 @@
-#include "host/Qt4GenericTreeView.h"
+#include <vorn/host/Qt4GenericTreeView.h>
 
-#include "host/Qt4AbstractModel.h"
+#include <vorn/host/Qt4AbstractModel.h>
 
 #include <QAbstractProxyModel>
 #include <QScrollBar>
@@ -66,7 +66,6 @@ Qt4AbstractModelNode* Qt4GenericTreeView::nodeAt(const QModelIndex& index)
     // the node alive; the shared pointer in the variant is only the carrier.
     return index.data(Qt::UserRole).value<Qt4AbstractModelNodePtr>().get();
 }
-
 
 void Qt4GenericTreeView::applyRowDecorations()
 {

@@ -1,7 +1,7 @@
-#include "host/VornModelQt4.h"
+#include <vorn/host/VornModelQt4.h>
 
 #if !defined(VORN_FRAME_ONLY)
-#include "host/Qt4AbstractModelNode.h"
+#include <vorn/host/Qt4AbstractModelNode.h>
 #endif
 
 #include "family/common/UseCount.h"

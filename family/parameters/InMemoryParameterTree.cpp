@@ -1,4 +1,4 @@
-#include "host/InMemoryParameterTree.h"
+#include <vorn/host/InMemoryParameterTree.h>
 
 #include <sstream>
 #include <type_traits>

@@ -1,4 +1,4 @@
-#include "host/MvParametersEnumerationNode.h"
+#include <vorn/host/MvParametersEnumerationNode.h>
 
 namespace vorn {
 namespace core {

@@ -1,4 +1,4 @@
-#include "host/MvParametersModel.h"
+#include <vorn/host/MvParametersModel.h>
 
 namespace vorn {
 namespace core {

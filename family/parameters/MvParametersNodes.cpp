@@ -1,12 +1,12 @@
 // Out-of-line members of the parameter node classes: one home for their virtual tables.
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersRootNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersCategoryNode.h>
+#include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersRootNode.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 namespace vorn {
 namespace core {

@@ -1,4 +1,4 @@
-#include "host/VornParameters.h"
+#include <vorn/host/VornParameters.h>
 
 #include "family/common/UseCount.h"
 

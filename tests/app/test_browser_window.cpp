@@ -14,14 +14,14 @@
 #include "support/ModelDump.h"
 #include "support/Review.h"
 
-#include "delegate/CenteredCommandButton.h"
-#include "delegate/Qt4ParametersItemDelegate.h"
-#include "host/MovaniApplication.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledParametersModel.h"
+#include <vorn/delegate/CenteredCommandButton.h>
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
+#include <vorn/host/MovaniApplication.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
 
 #include <QAbstractSpinBox>
 #include <QComboBox>

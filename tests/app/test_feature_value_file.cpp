@@ -3,7 +3,7 @@
 
 #include "FeatureValueFile.h"
 
-#include "host/InMemoryParameterTree.h"
+#include <vorn/host/InMemoryParameterTree.h>
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "FeatureValueText.h"
 
-#include "host/InMemoryParameterTree.h"
+#include <vorn/host/InMemoryParameterTree.h>
 
 #include <gtest/gtest.h>
 

@@ -5,14 +5,14 @@
 
 #include "models/ModelTestSupport.h"
 
-#include "delegate/Qt4ParametersItemDelegate.h"
-#include "host/InMemoryParameterTree.h"
-#include "host/Qt4GenericModelNode.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/Qt4GenericModelNode.h>
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <QAbstractSpinBox>
 #include <QApplication>

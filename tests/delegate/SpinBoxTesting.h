@@ -1,9 +1,9 @@
 #pragma once
 
-#include "delegate/Qt4Int64SpinBox.h"
-#include "delegate/Qt4Int64SpinBoxValidator.h"
-#include "delegate/Qt4UInt64SpinBox.h"
-#include "delegate/Qt4UInt64SpinBoxValidator.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
+#include <vorn/delegate/Qt4Int64SpinBoxValidator.h>
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
+#include <vorn/delegate/Qt4UInt64SpinBoxValidator.h>
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "support/Review.h"
 
-#include "delegate/CenteredCommandButton.h"
+#include <vorn/delegate/CenteredCommandButton.h>
 
 #include <QApplication>
 #include <QElapsedTimer>

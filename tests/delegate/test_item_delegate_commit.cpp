@@ -3,7 +3,7 @@
 
 #include "ItemDelegateTesting.h"
 
-#include "delegate/Qt4Int64SpinBox.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
 
 #include <QComboBox>
 #include <QDoubleSpinBox>

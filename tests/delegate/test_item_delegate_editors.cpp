@@ -2,8 +2,8 @@
 
 #include "ItemDelegateTesting.h"
 
-#include "delegate/Qt4Int64SpinBox.h"
-#include "delegate/Qt4UInt64SpinBox.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
+#include <vorn/delegate/Qt4UInt64SpinBox.h>
 
 #include <QComboBox>
 #include <QDoubleSpinBox>

@@ -4,7 +4,7 @@
 
 #include "support/Review.h"
 
-#include "delegate/Qt4Int64SpinBox.h"
+#include <vorn/delegate/Qt4Int64SpinBox.h>
 
 #include <QHeaderView>
 #include <QPainter>

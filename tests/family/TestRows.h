@@ -3,9 +3,9 @@
 // A small row family over the in-memory parameter tree, written the way a library of rows is
 // written against the framework: a root row class with the factory, and a model with two columns.
 
-#include "host/InMemoryParameterTree.h"
-#include "host/Qt4GenericModel.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/Qt4GenericModel.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 #include <QLabel>
 

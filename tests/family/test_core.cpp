@@ -1,7 +1,7 @@
-#include "host/GenericModel.h"
-#include "host/GenericModelNode.h"
-#include "host/MovaniApplication.h"
-#include "host/VornCore.h"
+#include <vorn/host/GenericModel.h>
+#include <vorn/host/GenericModelNode.h>
+#include <vorn/host/MovaniApplication.h>
+#include <vorn/host/VornCore.h>
 
 #include <QTemporaryDir>
 

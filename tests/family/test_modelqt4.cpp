@@ -2,7 +2,7 @@
 #include "support/ModelDump.h"
 #include "support/VirtualSlots.h"
 
-#include "host/VornModelQt4.h"
+#include <vorn/host/VornModelQt4.h>
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

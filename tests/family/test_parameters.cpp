@@ -1,5 +1,5 @@
-#include "host/InMemoryParameterTree.h"
-#include "host/VornParameters.h"
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/VornParameters.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "TestRows.h"
 
-#include "host/Qt4GenericTreeView.h"
 #include "support/ModelDump.h"
+#include <vorn/host/Qt4GenericTreeView.h>
 
 #include <QCoreApplication>
 #include <QLabel>

@@ -12,10 +12,10 @@
 #include "FaultTestSupport.h"
 
 #include "example/ExampleTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersFilterModel.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 #include <gtest/gtest.h>
 

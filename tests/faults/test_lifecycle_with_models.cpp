@@ -7,19 +7,19 @@
 #include "FaultTestSupport.h"
 
 #include "example/ExampleTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "host/VornCore.h"
-#include "lib/LibraryInitController.h"
-#include "lib/VornParametersQt4.h"
 #include "models/ModelTestSupport.h"
-#include "models/Qt4ParametersFilterModel.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
 #include "support/ModelDump.h"
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/host/VornCore.h>
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/LibraryInitController.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 // written when no dispatcher is installed.
 #include "FrameTestSupport.h"
 
-#include "lib/InstallationRoot.h"
+#include <vorn/lib/private/InstallationRoot.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "lib/LibraryInitController.h"
-#include "lib/Logging.h"
-#include "lib/VornParametersQt4.h"
-#include "platform/GuardedSingleton.h"
 #include "support/VirtualSlots.h"
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/LibraryInitController.h>
+#include <vorn/lib/private/Logging.h>
+#include <vorn/platform/GuardedSingleton.h>
 
 #include <gtest/gtest.h>
 

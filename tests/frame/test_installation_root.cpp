@@ -1,6 +1,6 @@
 #include "FrameTestSupport.h"
 
-#include "lib/InstallationRoot.h"
+#include <vorn/lib/private/InstallationRoot.h>
 
 #include <gtest/gtest.h>
 

@@ -1,14 +1,14 @@
 #include "FrameTestSupport.h"
 
-#include "host/VornCore.h"
-#include "host/VornModelQt4.h"
-#include "host/VornParameters.h"
-#include "lib/InstallationRoot.h"
-#include "lib/LibraryInitController.h"
-#include "lib/LibraryInitControllerInternal.h"
-#include "lib/Logging.h"
-#include "lib/VornParametersQt4.h"
-#include "platform/NativeSync.h"
+#include <vorn/host/VornCore.h>
+#include <vorn/host/VornModelQt4.h>
+#include <vorn/host/VornParameters.h>
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/InstallationRoot.h>
+#include <vorn/lib/private/LibraryInitController.h>
+#include <vorn/lib/private/LibraryInitControllerInternal.h>
+#include <vorn/lib/private/Logging.h>
+#include <vorn/platform/NativeSync.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "platform/ReadWriteLock.h"
-#include "platform/ReadWriteLockGuard.h"
-#include "platform/RecursiveMutex.h"
-#include "platform/RecursiveMutexGuard.h"
-#include "platform/SpinLockVariableGuard.h"
+#include <vorn/platform/ReadWriteLock.h>
+#include <vorn/platform/ReadWriteLockGuard.h>
+#include <vorn/platform/RecursiveMutex.h>
+#include <vorn/platform/RecursiveMutexGuard.h>
+#include <vorn/platform/SpinLockVariableGuard.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "FrameTestSupport.h"
 
-#include "lib/LogLevel.h"
-#include "lib/Logging.h"
-#include "lib/VornParametersQt4.h"
+#include <vorn/base/LogLevel.h>
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/Logging.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The entry points register the icons on every init and remove them on every deinit.
-#include "lib/VornParametersQt4.h"
-#include "resources/ParameterIcons.h"
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/ResourceRegistration.h>
 
 #include <QFile>
 
@@ -31,5 +31,5 @@ TEST(ResourceLifecycleTest, iconsComeWithEveryInitAndGoWithEveryDeinit)
     VornParametersQt4Deinit();
     EXPECT_FALSE(iconsRegistered());
     // Leave them as the library's load left them.
-    vornInitParameterIcons();
+    vorn::core::registerLibraryResources();
 }

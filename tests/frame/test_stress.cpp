@@ -1,12 +1,12 @@
 // Many threads entering and leaving the library at once. The number of init/deinit pairs per thread
 // comes from VORN_STRESS_PAIRS when set (sanitizer and emulator runs keep it small).
-#include "host/VornCore.h"
-#include "host/VornModelQt4.h"
-#include "host/VornParameters.h"
-#include "lib/LibraryInitController.h"
-#include "lib/Logging.h"
-#include "lib/VornParametersQt4.h"
-#include "platform/GuardedSingleton.h"
+#include <vorn/host/VornCore.h>
+#include <vorn/host/VornModelQt4.h>
+#include <vorn/host/VornParameters.h>
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/LibraryInitController.h>
+#include <vorn/lib/private/Logging.h>
+#include <vorn/platform/GuardedSingleton.h>
 
 #include <gtest/gtest.h>
 

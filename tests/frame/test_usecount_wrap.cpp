@@ -1,11 +1,11 @@
 // A deinit without an init, in a program of its own: the logging facility it creates is not taken into
 // any teardown and lives until the process ends.
-#include "host/VornCore.h"
-#include "host/VornModelQt4.h"
-#include "host/VornParameters.h"
-#include "lib/LibraryInitController.h"
-#include "lib/Logging.h"
-#include "lib/VornParametersQt4.h"
+#include <vorn/host/VornCore.h>
+#include <vorn/host/VornModelQt4.h>
+#include <vorn/host/VornParameters.h>
+#include <vorn/lib/VornParametersQt4.h>
+#include <vorn/lib/private/LibraryInitController.h>
+#include <vorn/lib/private/Logging.h>
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 // tests that need a live device: started, frozen, resumed and stopped by its process id, opened
 // through the GenICam backend, and read back with Aravis's command line tool.
 
-#include "host/GenicamParameterTree.h"
+#include <vorn/host/GenicamParameterTree.h>
 
 #include <QElapsedTimer>
 #include <QFile>

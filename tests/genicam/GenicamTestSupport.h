@@ -3,15 +3,15 @@
 // Helpers of the GenICam backend tests: where the description files are, and a way to read a whole
 // tree back as text.
 
-#include "host/GenicamParameterTree.h"
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
+#include <vorn/host/GenicamParameterTree.h>
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersCategoryNode.h>
+#include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
 
 #include <QThread>
 

@@ -2,8 +2,8 @@
 
 #include "support/ModelDump.h"
 
-#include "host/InMemoryParameterTree.h"
-#include "host/Qt4AbstractModel.h"
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/Qt4AbstractModel.h>
 
 #include <QAbstractItemModel>
 #include <QFont>

@@ -1,12 +1,12 @@
 #include "ModelTestSupport.h"
 
-#include "delegate/CenteredCommandButton.h"
 #include "example/ExampleTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersCommandNode.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
 #include "support/Review.h"
+#include <vorn/delegate/CenteredCommandButton.h>
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersCommandNode.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 #include <QApplication>
 #include <QHeaderView>

@@ -2,11 +2,11 @@
 #include "support/ModelDump.h"
 
 #include "example/ExampleTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4StyledBooleanParametersBooleanNode.h"
-#include "models/Qt4StyledBooleanParametersCategoryNode.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModelNode.h"
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4StyledBooleanParametersBooleanNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersCategoryNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

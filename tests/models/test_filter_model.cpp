@@ -1,16 +1,16 @@
 #include "ModelTestSupport.h"
 #include "support/ModelDump.h"
 
-#include "delegate/CenteredCommandButton.h"
 #include "example/ExampleTree.h"
-#include "host/Qt4GenericTreeView.h"
-#include "models/Qt4ParametersFilterModel.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledBooleanParametersModel.h"
-#include "models/Qt4StyledBooleanParametersModelNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
+#include <vorn/delegate/CenteredCommandButton.h>
+#include <vorn/host/Qt4GenericTreeView.h>
+#include <vorn/models/Qt4ParametersFilterModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <QAbstractItemModelTester>
 #include <QPushButton>

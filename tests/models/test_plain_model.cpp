@@ -2,16 +2,16 @@
 #include "support/ModelDump.h"
 
 #include "example/ExampleTree.h"
-#include "models/Qt4ParametersBooleanNode.h"
-#include "models/Qt4ParametersCategoryNode.h"
-#include "models/Qt4ParametersEntryNode.h"
-#include "models/Qt4ParametersEnumerationNode.h"
-#include "models/Qt4ParametersFloatNode.h"
-#include "models/Qt4ParametersIntegerNode.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4ParametersStringNode.h"
-#include "models/Qt4ParametersUInt64Node.h"
+#include <vorn/models/Qt4ParametersBooleanNode.h>
+#include <vorn/models/Qt4ParametersCategoryNode.h>
+#include <vorn/models/Qt4ParametersEntryNode.h>
+#include <vorn/models/Qt4ParametersEnumerationNode.h>
+#include <vorn/models/Qt4ParametersFloatNode.h>
+#include <vorn/models/Qt4ParametersIntegerNode.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4ParametersStringNode.h>
+#include <vorn/models/Qt4ParametersUInt64Node.h>
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

@@ -1,16 +1,16 @@
 #include "ModelTestSupport.h"
 
 #include "example/ExampleTree.h"
-#include "host/MovaniApplication.h"
-#include "models/Qt4ParametersCommandNode.h"
-#include "models/Qt4ParametersModel.h"
-#include "models/Qt4ParametersModelNode.h"
-#include "models/Qt4StyledParametersCategoryNode.h"
-#include "models/Qt4StyledParametersEntryNode.h"
-#include "models/Qt4StyledParametersIntegerNode.h"
-#include "models/Qt4StyledParametersModel.h"
-#include "models/Qt4StyledParametersModelNode.h"
-#include "models/Qt4StyledParametersUInt64Node.h"
+#include <vorn/host/MovaniApplication.h>
+#include <vorn/models/Qt4ParametersCommandNode.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersCategoryNode.h>
+#include <vorn/models/Qt4StyledParametersEntryNode.h>
+#include <vorn/models/Qt4StyledParametersIntegerNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersUInt64Node.h>
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

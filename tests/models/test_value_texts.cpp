@@ -1,6 +1,6 @@
 // The rows write numbers with their own fast conversions; these must give exactly the texts of the
 // string class's conversions that the rows' texts are defined by.
-#include "models/ParameterRowSupport.h"
+#include <vorn/models/private/ParameterRowSupport.h>
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "support/Review.h"
 
-#include "resources/ParameterIcons.h"
+#include <vorn/lib/private/ResourceRegistration.h>
 
 #include <QColor>
 #include <QDateTime>
@@ -53,7 +53,7 @@ QByteArray readAll(const QString& path)
 // Puts the collection back however a test that removed it ends.
 struct ReRegisterAtExit
 {
-    ~ReRegisterAtExit() { vornInitParameterIcons(); }
+    ~ReRegisterAtExit() { vorn::core::registerLibraryResources(); }
 };
 
 int luminance(QRgb c)
@@ -187,9 +187,9 @@ TEST(ParameterIconsTest, directoryHoldsExactlyTheSixIcons)
 TEST(ParameterIconsTest, initAndCleanupReturnOne)
 {
     ReRegisterAtExit restore;
-    EXPECT_EQ(vornInitParameterIcons(), 1);
-    EXPECT_EQ(vornCleanupParameterIcons(), 1);
-    EXPECT_EQ(vornInitParameterIcons(), 1);
+    EXPECT_EQ(vorn::core::registerLibraryResources(), 1);
+    EXPECT_EQ(vorn::core::unregisterLibraryResources(), 1);
+    EXPECT_EQ(vorn::core::registerLibraryResources(), 1);
 }
 
 TEST(ParameterIconsTest, cleanupRemovesTheIconsAndInitBringsThemBack)
@@ -197,14 +197,14 @@ TEST(ParameterIconsTest, cleanupRemovesTheIconsAndInitBringsThemBack)
     ReRegisterAtExit restore;
     ASSERT_TRUE(QFile::exists(QStringLiteral(":/parameters/integer.png")));
 
-    vornCleanupParameterIcons();
+    vorn::core::unregisterLibraryResources();
     for (const IconFormat& f : kIcons) {
         EXPECT_FALSE(QFile::exists(resourcePath(f.name))) << f.name;
         EXPECT_TRUE(QImage(resourcePath(f.name)).isNull()) << f.name;
         EXPECT_TRUE(QIcon(resourcePath(f.name)).pixmap(QSize(10, 10)).isNull()) << f.name;
     }
 
-    vornInitParameterIcons();
+    vorn::core::registerLibraryResources();
     for (const IconFormat& f : kIcons) {
         EXPECT_TRUE(QFile::exists(resourcePath(f.name))) << f.name;
         EXPECT_EQ(QImage(resourcePath(f.name)).size(), QSize(10, 10)) << f.name;
@@ -216,11 +216,11 @@ TEST(ParameterIconsTest, aSecondRegistrationIsUndoneByTheFirstCleanup)
 {
     ReRegisterAtExit restore;
     // Registered at load already; registering again adds nothing, so one clean-up removes it.
-    vornInitParameterIcons();
-    vornInitParameterIcons();
-    vornCleanupParameterIcons();
+    vorn::core::registerLibraryResources();
+    vorn::core::registerLibraryResources();
+    vorn::core::unregisterLibraryResources();
     EXPECT_FALSE(QFile::exists(QStringLiteral(":/parameters/string.png")));
-    vornInitParameterIcons();
+    vorn::core::registerLibraryResources();
     EXPECT_TRUE(QFile::exists(QStringLiteral(":/parameters/string.png")));
 }
 

@@ -1,6 +1,6 @@
-#include <host/InMemoryParameterTree.h>
-#include <models/Qt4ParametersModel.h>
-#include <models/Qt4ParametersModelNode.h>
+#include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 #include <QApplication>
 

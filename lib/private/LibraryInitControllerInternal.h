@@ -2,16 +2,14 @@
 
 // Switches of the library's lifecycle that hosts never touch; tests reach them through this header.
 
-#include "lib/VornParametersQt4Export.h"
-
 #include <cstddef>
 
 namespace vorn {
 namespace core {
 
 // The controller's trace lines on standard output, off unless set here.
-VORN_PARAMETERSQT4_API void setLibraryInitTrace(bool on);
-VORN_PARAMETERSQT4_API bool libraryInitTrace();
+void setLibraryInitTrace(bool on);
+bool libraryInitTrace();
 
 // One dependency library of VornParametersQt4Init: its init and deinit entry points.
 struct LibraryDependency
@@ -22,11 +20,11 @@ struct LibraryDependency
 
 // The dependencies VornParametersQt4Init initialises, in order: the core, parameter and generic model
 // libraries.
-VORN_PARAMETERSQT4_API const LibraryDependency* libraryDependencies(std::size_t* count);
+const LibraryDependency* libraryDependencies(std::size_t* count);
 
 // Replaces the dependency list (null restores the libraries'), so that a test can watch the entry points
 // call them. Only while no other thread is inside the entry points.
-VORN_PARAMETERSQT4_API void setLibraryDependencies(const LibraryDependency* dependencies, std::size_t count);
+void setLibraryDependencies(const LibraryDependency* dependencies, std::size_t count);
 
 } // namespace core
 } // namespace vorn

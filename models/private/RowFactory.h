@@ -4,15 +4,15 @@
 // (which wires the shared-this link) and lets the framework finish it; the node factories of the two
 // two-column families pick the row class by the parameter node's exact type id.
 
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersCategoryNode.h"
-#include "host/MvParametersCommandNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
-#include "host/MvParametersIntegerNode.h"
-#include "host/MvParametersStringNode.h"
-#include "host/MvParametersUInt64Node.h"
-#include "host/Qt4GenericModelNode.h"
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersCategoryNode.h>
+#include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
+#include <vorn/host/MvParametersIntegerNode.h>
+#include <vorn/host/MvParametersStringNode.h>
+#include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/Qt4GenericModelNode.h>
 
 namespace vorn {
 namespace core {

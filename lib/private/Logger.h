@@ -1,8 +1,7 @@
 #pragma once
 
-#include "lib/LoggingDispatcherDescriptor.h"
-#include "lib/VornParametersQt4Export.h"
-#include "platform/RecursiveMutex.h"
+#include <vorn/base/LoggingDispatcherDescriptor.h>
+#include <vorn/platform/RecursiveMutex.h>
 
 #include <atomic>
 #include <cstdint>
@@ -16,7 +15,7 @@ class Logging;
 
 // A named logger as the dispatcher hands it out: its identity there and its current threshold. Callers
 // test isEnabledFor() before they format a message, so that a disabled level costs no formatting.
-class VORN_PARAMETERSQT4_API Logger
+class Logger
 {
 public:
     // A logger the dispatcher has not described yet writes nothing below this threshold.

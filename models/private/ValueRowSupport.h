@@ -2,11 +2,11 @@
 
 // Value texts and check boxes of the float, boolean and enumeration rows, shared by the model families.
 
-#include "models/ParameterRowSupport.h"
+#include <vorn/models/private/ParameterRowSupport.h>
 
-#include "host/MvParametersBooleanNode.h"
-#include "host/MvParametersEnumerationNode.h"
-#include "host/MvParametersFloatNode.h"
+#include <vorn/host/MvParametersBooleanNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
 
 namespace vorn {
 namespace core {

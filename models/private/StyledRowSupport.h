@@ -2,11 +2,11 @@
 
 // Behaviour shared by the rows of the styled and the styled boolean model families.
 
-#include "models/IntegerDetails.h"
-#include "models/IntegerRowSupport.h"
-#include "models/IntegerViewModeKey.h"
+#include <vorn/models/IntegerDetails.h>
+#include <vorn/models/IntegerViewModeKey.h>
+#include <vorn/models/private/IntegerRowSupport.h>
 
-#include "host/MovaniApplication.h"
+#include <vorn/host/MovaniApplication.h>
 
 #include <QStringList>
 

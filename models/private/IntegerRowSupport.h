@@ -3,7 +3,7 @@
 // The behaviour that the signed and the unsigned integer rows share, over the parameter node class
 // (MvParametersIntegerNode or MvParametersUInt64Node) and its value type.
 
-#include "models/ParameterRowSupport.h"
+#include <vorn/models/private/ParameterRowSupport.h>
 
 #include <QIcon>
 

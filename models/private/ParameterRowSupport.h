@@ -3,9 +3,10 @@
 // Helpers shared by the row classes of the three model families: text conversion, the value column's
 // access rule, value texts and writes through the tree's callback. Not part of the public interface.
 
-#include "host/GenericModelNode.h"
-#include "host/MvParametersModel.h"
-#include "host/ParameterEnums.h"
+#include <vorn/host/GenericModelNode.h>
+#include <vorn/host/MvParametersModel.h>
+#include <vorn/host/ParameterEnums.h>
+#include <vorn/resources/ParameterLook.h>
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -48,77 +49,10 @@ template <class Node> const Node& nodeAs(const boost::shared_ptr<GenericModelNod
     return static_cast<const Node&>(*node);
 }
 
-inline QFont boldFont()
-{
-    QFont font = QApplication::font();
-    font.setWeight(75);
-    return font;
-}
-
-// The type icon at a resource path, loaded once. A QIcon made from a file reads the image to learn its
-// sizes, which would dominate building a large model; every row of a kind shares one icon instead.
-// The cache goes with the application, before the platform that backs its pixmaps.
-inline QIcon typeIcon(const char* path)
-{
-    static QHash<const char*, QIcon>* cache = nullptr;
-    if (!cache) {
-        cache = new QHash<const char*, QIcon>();
-        qAddPostRoutine([] {
-            delete cache;
-            cache = nullptr;
-        });
-    }
-    auto it = cache->constFind(path);
-    if (it == cache->constEnd())
-        it = cache->insert(path, QIcon(QString::fromLatin1(path)));
-    return it.value();
-}
-
-// The bold fixed-width font of values that read best in columns (hex, addresses, strings). "Courier"
-// is asked for first so that systems without "Consolas" still get a fixed-width family.
-inline QFont fixedBoldFont()
-{
-    QFont font = QApplication::font();
-    font.setFamily(QStringLiteral("Courier"));
-    font.setFamily(QStringLiteral("Consolas"));
-    font.setWeight(75);
-    return font;
-}
-
-// The fonts the rows answer with, made once as variants that every answer shares. Made per call, a
-// font variant is a heap copy, and a bold or fixed-width variant also a new font private each time.
-// QApplication::setFont makes them again. The cache goes with the application.
-struct RowFonts
-{
-    QVariant plain;     // the application font
-    QVariant bold;      // boldFont()
-    QVariant fixedBold; // fixedBoldFont()
-    bool current = false;
-};
-
-inline const RowFonts& rowFonts()
-{
-    static RowFonts* cache = nullptr;
-    if (cache && cache->current)
-        return *cache;
-    if (!cache) {
-        cache = new RowFonts();
-        qAddPostRoutine([] {
-            delete cache;
-            cache = nullptr;
-        });
-        if (qGuiApp)
-            QObject::connect(qGuiApp, &QGuiApplication::fontChanged, [] {
-                if (cache)
-                    cache->current = false;
-            });
-    }
-    cache->plain = QApplication::font();
-    cache->bold = boldFont();
-    cache->fixedBold = fixedBoldFont();
-    cache->current = qGuiApp != nullptr; // without an application nothing would tell of a change
-    return *cache;
-}
+using look::boldFont;
+using look::fixedBoldFont;
+using look::rowFonts;
+using look::typeIcon;
 
 // Answers every family's base rows give alike.
 inline QVariant entryName(const boost::shared_ptr<GenericModelNode>& node, int column)

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "lib/Logger.h"
-#include "lib/LoggingDispatcherDescriptor.h"
-#include "lib/VornParametersQt4Export.h"
-#include "platform/GuardedSingleton.h"
-#include "platform/NativeModule.h"
-#include "platform/ReadWriteLock.h"
+#include <vorn/base/LoggingDispatcherDescriptor.h>
+#include <vorn/lib/private/Logger.h>
+#include <vorn/platform/GuardedSingleton.h>
+#include <vorn/platform/NativeModule.h>
+#include <vorn/platform/ReadWriteLock.h>
 
 #include <atomic>
 #include <cstdint>
@@ -24,7 +23,7 @@ namespace logging {
 // the library logs, so that no message is even formatted.
 //
 // Created on first use, destroyed (unloading the dispatcher) at the library's last deinit.
-class VORN_PARAMETERSQT4_API Logging : public GuardedSingleton<Logging>
+class Logging : public GuardedSingleton<Logging>
 {
 public:
     static constexpr const char* kDispatcherModuleName = "common-logging-dispatcher";

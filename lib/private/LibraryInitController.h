@@ -1,7 +1,5 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-
 #include <cstdint>
 #include <forward_list>
 
@@ -16,7 +14,7 @@ class GuardedSingletonBase;
 // inits and the whole teardown: a thread that calls in meanwhile spins until they are done, while the
 // holding thread may come back in (a dependency's init, or a singleton created inside the locked region
 // registering itself).
-class VORN_PARAMETERSQT4_API LibraryInitController
+class LibraryInitController
 {
 public:
     using Function = void (*)();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "lib/VornParametersQt4Export.h"
-
 #include <cstddef>
 #include <string>
 
@@ -16,7 +14,7 @@ namespace logging {
 //
 // A root once found is cached for the life of the module; a failed lookup is not, so the next one tries
 // again (an environment variable may have been set meanwhile).
-class VORN_PARAMETERSQT4_API InstallationRoot
+class InstallationRoot
 {
 public:
     // The size of the path buffers, terminator included.
