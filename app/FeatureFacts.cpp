@@ -1,11 +1,5 @@
 #include "FeatureFacts.h"
 
-#include "FeatureValueText.h"
-
-#include <vorn/host/MvParametersFloatNode.h>
-#include <vorn/host/MvParametersIntegerNode.h>
-#include <vorn/host/MvParametersUInt64Node.h>
-
 namespace vorn {
 namespace browser {
 
@@ -19,22 +13,7 @@ QString latin1(const std::string& s)
     return QString::fromLatin1(s.data(), static_cast<int>(s.size()));
 }
 
-QString floatText(double value)
-{
-    return QString::fromStdString(FeatureValueText::floatText(value));
-}
-
-template <class Node> QString integralRange(const Node& node)
-{
-    return QStringLiteral("%1 to %2").arg(node.getMinValue()).arg(node.getMaxValue());
-}
-
 } // namespace
-
-std::uint32_t FeatureFacts::typeId() const
-{
-    return static_cast<const core::GenericModelNode&>(m_node).typeId();
-}
 
 QString FeatureFacts::name() const
 {
@@ -55,26 +34,7 @@ QString FeatureFacts::description() const
 
 QString FeatureFacts::kind() const
 {
-    switch (typeId()) {
-    case pntCategory:
-        return QStringLiteral("Category");
-    case pntInteger:
-        return QStringLiteral("Integer");
-    case pntUInt64:
-        return QStringLiteral("Unsigned 64-bit integer");
-    case pntFloat:
-        return QStringLiteral("Float");
-    case pntBoolean:
-        return QStringLiteral("Boolean");
-    case pntString:
-        return QStringLiteral("String");
-    case pntEnumeration:
-        return QStringLiteral("Enumeration");
-    case pntCommand:
-        return QStringLiteral("Command");
-    default:
-        return QStringLiteral("Other");
-    }
+    return QString::fromLatin1(m_kind.name());
 }
 
 // Editable features whose value cannot be read are told apart: a write-only feature is never read,
@@ -96,71 +56,28 @@ QString FeatureFacts::visibility() const
 
 QString FeatureFacts::range() const
 {
-    switch (typeId()) {
-    case pntInteger:
-        return integralRange(static_cast<const MvParametersIntegerNode&>(m_node));
-    case pntUInt64:
-        return integralRange(static_cast<const MvParametersUInt64Node&>(m_node));
-    case pntFloat: {
-        const auto& f = static_cast<const MvParametersFloatNode&>(m_node);
-        return QStringLiteral("%1 to %2").arg(floatText(f.getMinValue()), floatText(f.getMaxValue()));
-    }
-    default:
-        return QString();
-    }
+    return QString::fromStdString(m_kind.rangeText(m_node));
 }
 
 QString FeatureFacts::increment() const
 {
-    switch (typeId()) {
-    case pntInteger:
-        return QString::number(static_cast<const MvParametersIntegerNode&>(m_node).getStepValue());
-    case pntUInt64:
-        return QString::number(static_cast<const MvParametersUInt64Node&>(m_node).getStepValue());
-    default:
-        return QString();
-    }
+    return QString::fromStdString(m_kind.incrementText(m_node));
 }
 
 QString FeatureFacts::unit() const
 {
-    switch (typeId()) {
-    case pntInteger:
-        return latin1(static_cast<const MvParametersIntegerNode&>(m_node).getUnit());
-    case pntUInt64:
-        return latin1(static_cast<const MvParametersUInt64Node&>(m_node).getUnit());
-    case pntFloat:
-        return latin1(static_cast<const MvParametersFloatNode&>(m_node).getUnit());
-    default:
-        return QString();
-    }
+    return latin1(m_kind.presentation(m_node).unit);
 }
 
 QString FeatureFacts::representation() const
 {
-    switch (typeId()) {
-    case pntInteger:
-        return representationName(static_cast<const MvParametersIntegerNode&>(m_node).getRepresentation());
-    case pntUInt64:
-        return representationName(static_cast<const MvParametersUInt64Node&>(m_node).getRepresentation());
-    default:
-        return QString();
-    }
+    const auto representation = m_kind.presentation(m_node).representation;
+    return representation ? representationName(*representation) : QString();
 }
 
 bool FeatureFacts::hasValue() const
 {
-    switch (typeId()) {
-    case pntInteger:
-    case pntUInt64:
-    case pntFloat:
-    case pntBoolean:
-    case pntString:
-    case pntEnumeration:
-        return true;
-    default:
-        return false;
-    }
+    return m_kind.holdsValue();
 }
 
 QString FeatureFacts::accessName(ParameterEntryAccessMode mode)

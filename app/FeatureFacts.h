@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <QString>
 
@@ -12,7 +13,9 @@ namespace browser {
 class FeatureFacts
 {
 public:
-    explicit FeatureFacts(const core::models::MvParametersEntryNode& node) : m_node(node) {}
+    explicit FeatureFacts(const core::models::MvParametersEntryNode& node)
+        : m_node(node), m_kind(core::models::ParameterKind::of(node))
+    {}
 
     QString name() const;
     QString displayName() const;
@@ -33,9 +36,8 @@ public:
     static QString representationName(core::models::ParameterIntegerRepresentation representation);
 
 private:
-    std::uint32_t typeId() const;
-
     const core::models::MvParametersEntryNode& m_node;
+    const core::models::ParameterKind& m_kind;
 };
 
 } // namespace browser

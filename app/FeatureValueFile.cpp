@@ -1,12 +1,8 @@
 #include "FeatureValueFile.h"
 
-#include "FeatureFacts.h"
 #include "FeatureTreeWalk.h"
-#include "FeatureValueText.h"
 
-#include <vorn/host/MvParametersFloatNode.h>
-#include <vorn/host/MvParametersIntegerNode.h>
-#include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <charconv>
 #include <set>
@@ -31,22 +27,8 @@ std::string trimmed(const std::string& text)
 // The field index of a node that is one index of a field, or -1.
 int fieldIndexOf(const MvParametersEntryNode& node)
 {
-    switch (static_cast<const core::GenericModelNode&>(node).typeId()) {
-    case pntInteger: {
-        const auto& n = static_cast<const MvParametersIntegerNode&>(node);
-        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
-    }
-    case pntUInt64: {
-        const auto& n = static_cast<const MvParametersUInt64Node&>(node);
-        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
-    }
-    case pntFloat: {
-        const auto& n = static_cast<const MvParametersFloatNode&>(node);
-        return n.getIsField() ? n.getCurrentFieldIndex() : -1;
-    }
-    default:
-        return -1;
-    }
+    const ParameterPresentation p = ParameterKind::of(node).presentation(node);
+    return p.isField ? p.fieldIndex : -1;
 }
 
 std::string headingOf(const std::vector<std::string>& path)
@@ -72,15 +54,15 @@ std::string FeatureValueFile::write(const boost::shared_ptr<MvParametersEntryNod
     std::vector<std::string> shownPath; // the path of the last heading written
     FeatureTreeWalk::forEach(root, [&](const FeatureTreeWalk::EntryPtr& node, int depth) {
         path.resize(static_cast<std::size_t>(depth));
-        const FeatureFacts facts(*node);
-        if (!facts.hasValue()) {
+        const ParameterKind& kind = ParameterKind::of(*node);
+        if (!kind.holdsValue()) {
             path.push_back(node->getDisplayName());
             return;
         }
         // Internal nodes are the device's business, not settings a person makes.
         if (!node->isWritable() || node->getType() == petInternal)
             return;
-        const auto value = FeatureValueText::format(*node);
+        const auto value = kind.format(*node);
         if (!value)
             return;
         const int index = fieldIndexOf(*node);

@@ -16,7 +16,7 @@ namespace browser {
 // path above each group of features), blank lines are ignored. Spaces around the name are ignored;
 // the value is everything after the first '=' as written, with \\, \n, \r and \t standing for a
 // backslash, a line feed, a carriage return and a tab. One index of a field is written
-// "Name[index]=Value". Values are written as FeatureValueText formats them.
+// "Name[index]=Value". Values are written as their parameter kind formats them.
 //
 // The writer keeps the features a person can set: those that hold a value, are writable now, whose
 // last read succeeded and that are not internal nodes, each once (a feature shown in two categories is

@@ -1,12 +1,9 @@
 #include "FeatureWriter.h"
 
-#include "FeatureValueText.h"
 #include "ParameterSource.h"
 
-#include <vorn/host/MvParametersFloatNode.h>
-#include <vorn/host/MvParametersIntegerNode.h>
 #include <vorn/host/MvParametersModel.h>
-#include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <deque>
 #include <map>
@@ -20,49 +17,15 @@ namespace {
 
 bool isFieldIndex(const MvParametersEntryNode& node, int index)
 {
-    switch (static_cast<const core::GenericModelNode&>(node).typeId()) {
-    case pntInteger: {
-        const auto& n = static_cast<const MvParametersIntegerNode&>(node);
-        return n.getIsField() && n.getCurrentFieldIndex() == index;
-    }
-    case pntUInt64: {
-        const auto& n = static_cast<const MvParametersUInt64Node&>(node);
-        return n.getIsField() && n.getCurrentFieldIndex() == index;
-    }
-    case pntFloat: {
-        const auto& n = static_cast<const MvParametersFloatNode&>(node);
-        return n.getIsField() && n.getCurrentFieldIndex() == index;
-    }
-    default:
-        return false;
-    }
-}
-
-bool sameValue(const boost::any& a, const boost::any& b)
-{
-    if (a.type() != b.type())
-        return false;
-    if (const auto* x = boost::any_cast<long long>(&a))
-        return *x == boost::any_cast<long long>(b);
-    if (const auto* x = boost::any_cast<unsigned long long>(&a))
-        return *x == boost::any_cast<unsigned long long>(b);
-    if (const auto* x = boost::any_cast<double>(&a))
-        return *x == boost::any_cast<double>(b);
-    if (const auto* x = boost::any_cast<bool>(&a))
-        return *x == boost::any_cast<bool>(b);
-    if (const auto* x = boost::any_cast<std::string>(&a))
-        return *x == boost::any_cast<std::string>(b);
-    return false;
+    const ParameterPresentation p = ParameterKind::of(node).presentation(node);
+    return p.isField && p.fieldIndex == index;
 }
 
 // Whether the node shows this value now (commands never do: executing is never a no-op).
 bool holds(const MvParametersEntryNode& node, const boost::any& value)
 {
-    const auto current = FeatureValueText::format(node);
-    boost::any currentValue;
-    std::string unused;
-    return current && FeatureValueText::parse(node, *current, &currentValue, &unused) &&
-           sameValue(currentValue, value);
+    const ParameterKind& kind = ParameterKind::of(node);
+    return kind.holdsValue() && node.getDataValid() && kind.value(node) == fromAny(value);
 }
 
 // Collects what the tree reports while a batch of writes is answered.
@@ -115,7 +78,7 @@ std::vector<FeatureFailure> FeatureWriter::apply(const std::vector<FeatureAssign
         }
         boost::any value;
         std::string reason;
-        if (!FeatureValueText::parse(*node, a.value, &value, &reason)) {
+        if (!ParameterKind::of(*node).parse(*node, a.value, &value, &reason)) {
             messages[i] = what + ": " + reason;
             continue;
         }

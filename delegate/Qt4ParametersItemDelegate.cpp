@@ -10,6 +10,7 @@
 #include <vorn/host/MvParametersModel.h>
 #include <vorn/host/MvParametersStringNode.h>
 #include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterKind.h>
 #include <vorn/host/Qt4GenericModelNode.h>
 
 #include <QColor>
@@ -32,28 +33,9 @@ using models::MvParametersFloatNode;
 using models::MvParametersIntegerNode;
 using models::MvParametersStringNode;
 using models::MvParametersUInt64Node;
+using models::ParameterKindId;
 
 namespace {
-
-// The parameter kinds that have an editor; everything else is edited elsewhere (check boxes,
-// command buttons) or not at all.
-enum class EditorKind { None, Integer, UInt64, Enumeration, String, Float };
-
-EditorKind kindOf(const GenericModelNode& node)
-{
-    const std::uint32_t type = node.typeId();
-    if (type == MvParametersIntegerNode::typeId())
-        return EditorKind::Integer;
-    if (type == MvParametersUInt64Node::typeId())
-        return EditorKind::UInt64;
-    if (type == MvParametersEnumerationNode::typeId())
-        return EditorKind::Enumeration;
-    if (type == MvParametersStringNode::typeId())
-        return EditorKind::String;
-    if (type == MvParametersFloatNode::typeId())
-        return EditorKind::Float;
-    return EditorKind::None;
-}
 
 // The row behind an index. Null when the model answers Qt::UserRole with something else: such an
 // index gets no editor and is drawn as the base delegate draws it.
@@ -153,68 +135,16 @@ void fillDoubleSpinBox(QWidget* editor, const MvParametersFloatNode& node)
     box->selectAll();
 }
 
-// Whether value may be written: inside the range and a whole number of increments above the
-// minimum. A parameter without an increment accepts only the one value of a single-value range.
-bool acceptable(qint64 value, qint64 minimum, qint64 maximum, qint64 step)
+// Writes value unless the parameter's kind warns against it; the warning box then says why.
+void commitChecked(const boost::shared_ptr<GenericModelNode>& node, const boost::any& value)
 {
-    if (value < minimum)
-        return false;
-    if (value > maximum)
-        return false;
-    if (step == 0)
-        return minimum == maximum;
-    // The difference is taken modulo 2^64: in a range wider than the signed type it wraps to a
-    // negative number, and the truncating signed remainder decides. Unsigned subtraction gets that
-    // number without the undefined behaviour of a signed overflow.
-    const qint64 difference =
-        static_cast<qint64>(static_cast<quint64>(value) - static_cast<quint64>(minimum));
-    // Every number is a multiple of -1, and the most negative difference divided by -1 would trap.
-    if (step == -1)
-        return true;
-    return difference % step == 0;
-}
-
-bool acceptable(quint64 value, quint64 minimum, quint64 maximum, quint64 step)
-{
-    if (value < minimum)
-        return false;
-    if (value > maximum)
-        return false;
-    if (step == 0)
-        return minimum == maximum;
-    return (value - minimum) % step == 0;
-}
-
-QString nameOf(const MvParametersEntryNode& node)
-{
-    return QString::fromUtf8(node.getName().c_str());
-}
-
-// The placeholders are filled one after the other; a name containing "%3" would take the minimum as
-// well, but parameter names are identifiers and carry no '%'.
-template <class T>
-void warnIntegerRange(T value, const MvParametersEntryNode& node, T minimum, T maximum, T step)
-{
-    const QString text =
-        QStringLiteral("Illegal number (%1): The value of <b>%2</b> must be between %3 and %4 (stepsize %5).")
-            .arg(value)
-            .arg(nameOf(node))
-            .arg(minimum)
-            .arg(maximum)
-            .arg(step);
-    QMessageBox::warning(nullptr, QStringLiteral("Parameter Range"), text, QMessageBox::Ok,
-                         QMessageBox::NoButton);
-}
-
-void warnFloatRange(double value, const MvParametersFloatNode& node)
-{
-    const QString text =
-        QStringLiteral("Illegal number (%1): The value of <b>%2</b> must be between %3 and %4.")
-            .arg(value)
-            .arg(nameOf(node))
-            .arg(node.getMinValue())
-            .arg(node.getMaxValue());
-    QMessageBox::warning(nullptr, QStringLiteral("GenICam"), text, QMessageBox::Ok, QMessageBox::NoButton);
+    const auto& parameter = static_cast<const MvParametersEntryNode&>(*node);
+    if (const auto warning = models::ParameterKind::of(parameter).editWarning(parameter, value)) {
+        QMessageBox::warning(nullptr, QString::fromStdString(warning->title),
+                             QString::fromStdString(warning->text), QMessageBox::Ok, QMessageBox::NoButton);
+        return;
+    }
+    models::writeThroughCallback(boost::static_pointer_cast<MvParametersEntryNode>(node), value);
 }
 
 // Hands value to the parameter tree. A tree that is being torn down has dropped its callback; the
@@ -222,23 +152,6 @@ void warnFloatRange(double value, const MvParametersFloatNode& node)
 void commit(const boost::shared_ptr<GenericModelNode>& node, const boost::any& value)
 {
     models::writeThroughCallback(boost::static_pointer_cast<MvParametersEntryNode>(node), value);
-}
-
-template <class Box, class Node>
-void commitIntegral(QWidget* editor, const boost::shared_ptr<GenericModelNode>& node)
-{
-    const auto* box = qobject_cast<Box*>(editor);
-    if (!box)
-        return;
-    const Node& parameter = as<Node>(node);
-    using T = typename Node::ValueType;
-    const T value = box->value();
-    if (!acceptable(value, parameter.getMinValue(), parameter.getMaxValue(), parameter.getStepValue())) {
-        warnIntegerRange<T>(value, parameter, parameter.getMinValue(), parameter.getMaxValue(),
-                            parameter.getStepValue());
-        return;
-    }
-    commit(node, boost::any(value));
 }
 
 } // namespace
@@ -299,21 +212,23 @@ QWidget* Qt4ParametersItemDelegate::createEditor(QWidget* parent, const QStyleOp
     const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
     if (!node)
         return nullptr;
-    switch (kindOf(*node)) {
-    case EditorKind::Integer:
+    switch (models::ParameterKind::of(*node).id()) {
+    case ParameterKindId::Integer:
         // An integer shown as a check box is edited through its check state.
         if (as<MvParametersIntegerNode>(node).getRepresentation() == models::pirBoolean)
             return nullptr;
         return new Qt4Int64SpinBox(parent);
-    case EditorKind::UInt64:
+    case ParameterKindId::UInt64:
         return new Qt4UInt64SpinBox(parent);
-    case EditorKind::Enumeration:
+    case ParameterKindId::Enumeration:
         return new QComboBox(parent);
-    case EditorKind::String:
+    case ParameterKindId::String:
         return new QLineEdit(parent);
-    case EditorKind::Float:
+    case ParameterKindId::Float:
         return new QDoubleSpinBox(parent);
-    case EditorKind::None:
+    default:
+        // Booleans and integers shown as check boxes are edited through their check state,
+        // commands through their button; categories and plain entries have nothing to edit.
         break;
     }
     return nullptr;
@@ -326,23 +241,23 @@ void Qt4ParametersItemDelegate::setEditorData(QWidget* editor, const QModelIndex
     const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
     if (!node)
         return;
-    switch (kindOf(*node)) {
-    case EditorKind::Integer:
+    switch (models::ParameterKind::of(*node).id()) {
+    case ParameterKindId::Integer:
         fillSpinBox<Qt4Int64SpinBox>(editor, as<MvParametersIntegerNode>(node));
         break;
-    case EditorKind::UInt64:
+    case ParameterKindId::UInt64:
         fillSpinBox<Qt4UInt64SpinBox>(editor, as<MvParametersUInt64Node>(node));
         break;
-    case EditorKind::Enumeration:
+    case ParameterKindId::Enumeration:
         fillComboBox(editor, as<MvParametersEnumerationNode>(node));
         break;
-    case EditorKind::String:
+    case ParameterKindId::String:
         fillLineEdit(editor, as<MvParametersStringNode>(node));
         break;
-    case EditorKind::Float:
+    case ParameterKindId::Float:
         fillDoubleSpinBox(editor, as<MvParametersFloatNode>(node));
         break;
-    case EditorKind::None:
+    default:
         break;
     }
 
@@ -365,29 +280,22 @@ void Qt4ParametersItemDelegate::setModelData(QWidget* editor, QAbstractItemModel
     const boost::shared_ptr<GenericModelNode> node = parameterOf(index);
     if (!node)
         return;
-    switch (kindOf(*node)) {
-    case EditorKind::Integer:
-        commitIntegral<Qt4Int64SpinBox, MvParametersIntegerNode>(editor, node);
+    switch (models::ParameterKind::of(*node).id()) {
+    case ParameterKindId::Integer:
+        if (const auto* box = qobject_cast<Qt4Int64SpinBox*>(editor))
+            commitChecked(node, boost::any(static_cast<long long>(box->value())));
         return;
-    case EditorKind::UInt64:
-        commitIntegral<Qt4UInt64SpinBox, MvParametersUInt64Node>(editor, node);
+    case ParameterKindId::UInt64:
+        if (const auto* box = qobject_cast<Qt4UInt64SpinBox*>(editor))
+            commitChecked(node, boost::any(static_cast<unsigned long long>(box->value())));
         return;
-    case EditorKind::Float: {
-        const auto* box = qobject_cast<QDoubleSpinBox*>(editor);
-        if (!box)
-            return;
-        const MvParametersFloatNode& parameter = as<MvParametersFloatNode>(node);
-        const double value = box->value();
+    case ParameterKindId::Float:
         // The box rounds its bounds to its decimals, and the range may have changed while it was
         // open: the parameter's own range decides.
-        if (parameter.getMinValue() > value || value > parameter.getMaxValue()) {
-            warnFloatRange(value, parameter);
-            return;
-        }
-        commit(node, boost::any(value));
+        if (const auto* box = qobject_cast<QDoubleSpinBox*>(editor))
+            commitChecked(node, boost::any(box->value()));
         return;
-    }
-    case EditorKind::Enumeration: {
+    case ParameterKindId::Enumeration: {
         const auto* combo = qobject_cast<QComboBox*>(editor);
         if (!combo)
             return;
@@ -396,7 +304,7 @@ void Qt4ParametersItemDelegate::setModelData(QWidget* editor, QAbstractItemModel
         commit(node, boost::any(value));
         return;
     }
-    case EditorKind::String: {
+    case ParameterKindId::String: {
         const auto* edit = qobject_cast<QLineEdit*>(editor);
         if (!edit)
             return;
@@ -404,7 +312,7 @@ void Qt4ParametersItemDelegate::setModelData(QWidget* editor, QAbstractItemModel
         commit(node, boost::any(edit->text().toStdString()));
         return;
     }
-    case EditorKind::None:
+    default:
         return;
     }
 }

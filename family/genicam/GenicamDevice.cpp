@@ -1,6 +1,7 @@
 #include "family/genicam/GenicamDevice.h"
 
 #include "family/genicam/AravisSupport.h"
+#include "family/genicam/FeatureIo.h"
 
 #include <arv.h>
 
@@ -43,15 +44,6 @@ std::string reasonOf(const GError* error)
     return message;
 }
 
-// Errors that mean the device did not answer rather than refused.
-bool isLoss(const GError* error)
-{
-    if (!error || error->domain != ARV_DEVICE_ERROR)
-        return false;
-    return error->code == ARV_DEVICE_ERROR_TIMEOUT || error->code == ARV_DEVICE_ERROR_NOT_CONNECTED ||
-           error->code == ARV_DEVICE_ERROR_TRANSFER_ERROR;
-}
-
 ParameterEntryVisibility visibilityOf(ArvGcVisibility visibility)
 {
     switch (visibility) {
@@ -85,11 +77,6 @@ ParameterIntegerRepresentation representationOf(ArvGcRepresentation representati
     default: // PureNumber, and an integer that names none
         return pirPureNumber;
     }
-}
-
-std::string wrongType(const char* expected)
-{
-    return std::string("expects a value of type ") + expected;
 }
 
 } // namespace
@@ -229,6 +216,7 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
             return false;
     }
     m_layout.live = source == Source::Device;
+    m_errors.setLive(m_layout.live);
     return true;
 }
 
@@ -241,7 +229,7 @@ bool GenicamDevice::buildLayout(std::string* error)
     }
     std::vector<std::string> ancestors{kRootCategory};
     addFeatures(root, -1, ancestors);
-    m_published.assign(m_layout.features.size(), FeatureState());
+    m_published.assign(m_layout.features.size(), ParameterState());
     const auto now = Clock::now();
     for (std::size_t i = 0; i < m_bindings.size(); ++i)
         m_bindings[i].due = now + std::chrono::milliseconds(m_layout.features[i].pollingMs);
@@ -281,7 +269,7 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
     const GenicamDescription::Node* described = m_description.node(name);
     FeatureLayout f;
     Binding b;
-    b.node = node;
+    b.nodes.node = node;
     f.name = name;
     f.displayName = text(arv_gc_feature_node_get_display_name(featureNode));
     f.toolTip = text(arv_gc_feature_node_get_tooltip(featureNode));
@@ -290,13 +278,13 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
 
     const std::string tag = text(arv_dom_node_get_node_name(ARV_DOM_NODE(node)));
     if (ARV_IS_GC_CATEGORY(node)) {
-        f.kind = FeatureKind::Category;
+        f.kind = ParameterKindId::Category;
     } else if (ARV_IS_GC_COMMAND(node)) {
-        f.kind = FeatureKind::Command;
+        f.kind = ParameterKindId::Command;
         if (described && !described->isDone.empty())
-            b.isDone = arv_gc_get_node(m_gc, described->isDone.c_str());
+            b.nodes.isDone = arv_gc_get_node(m_gc, described->isDone.c_str());
     } else if (ARV_IS_GC_ENUMERATION(node)) {
-        f.kind = FeatureKind::Enumeration;
+        f.kind = ParameterKindId::Enumeration;
         // The entries are the enumeration's children in the document; Aravis's own list of them
         // runs backwards.
         for (ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(node)); child;
@@ -315,12 +303,12 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
             if (e)
                 g_error_free(e);
             f.entries.push_back(entry);
-            b.entries.push_back(ARV_GC_NODE(child));
+            b.nodes.entries.push_back(ARV_GC_NODE(child));
         }
     } else if (ARV_IS_GC_BOOLEAN(node)) {
-        f.kind = FeatureKind::Boolean;
+        f.kind = ParameterKindId::Boolean;
     } else if (ARV_IS_GC_INTEGER(node)) {
-        f.kind = FeatureKind::Integer;
+        f.kind = ParameterKindId::Integer;
         // An IntReg is unsigned unless it says otherwise. At 8 bytes its values above 2^63 do not
         // fit Aravis's signed integers, so it is read and written as bytes.
         if (tag == "IntReg" && ARV_IS_GC_REGISTER(node) && (!described || described->sign != "Signed")) {
@@ -329,18 +317,18 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
             if (e)
                 g_error_free(e);
             else if (length == 8)
-                f.kind = FeatureKind::UInt64;
+                f.kind = ParameterKindId::UInt64;
         }
-        b.bigEndian = described && described->endianess == "BigEndian";
+        b.nodes.bigEndian = described && described->endianess == "BigEndian";
         f.unit = text(arv_gc_integer_get_unit(ARV_GC_INTEGER(node)));
         f.representation = representationOf(arv_gc_integer_get_representation(ARV_GC_INTEGER(node)));
     } else if (ARV_IS_GC_FLOAT(node)) {
-        f.kind = FeatureKind::Float;
+        f.kind = ParameterKindId::Float;
         f.unit = text(arv_gc_float_get_unit(ARV_GC_FLOAT(node)));
     } else if (ARV_IS_GC_STRING(node)) {
-        f.kind = FeatureKind::String;
+        f.kind = ParameterKindId::String;
     } else {
-        f.kind = FeatureKind::Plain;
+        f.kind = ParameterKindId::Entry;
     }
 
     // A feature polls at its own period, or at that of the node that holds its value.
@@ -352,6 +340,7 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
         described = described->value.empty() ? nullptr : m_description.node(described->value);
     }
 
+    b.io = &FeatureIo::of(f.kind);
     const int index = static_cast<int>(m_layout.features.size());
     m_layout.features.push_back(f);
     m_bindings.push_back(b);
@@ -359,28 +348,22 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
     return index;
 }
 
-void GenicamDevice::noteError(const GError* error)
-{
-    if (m_layout.live && isLoss(error))
-        m_lost = true;
-}
-
 ParameterEntryAccessMode GenicamDevice::accessOf(ArvGcNode* node, bool* locked)
 {
     auto* feature = ARV_GC_FEATURE_NODE(node);
     GError* e = nullptr;
     const bool implemented = arv_gc_feature_node_is_implemented(feature, &e);
-    noteError(e);
+    m_errors.note(e);
     g_clear_error(&e);
     if (!implemented)
         return peamNotImplemented;
     const bool available = arv_gc_feature_node_is_available(feature, &e);
-    noteError(e);
+    m_errors.note(e);
     g_clear_error(&e);
     if (!available)
         return peamNotAvailable;
     const bool isLocked = arv_gc_feature_node_is_locked(feature, &e);
-    noteError(e);
+    m_errors.note(e);
     g_clear_error(&e);
     if (locked)
         *locked = isLocked;
@@ -396,322 +379,61 @@ ParameterEntryAccessMode GenicamDevice::accessOf(ArvGcNode* node, bool* locked)
     }
 }
 
-FeatureState GenicamDevice::read(int index)
+ParameterState GenicamDevice::read(int index)
 {
-    const FeatureLayout& f = m_layout.features[index];
     const Binding& b = m_bindings[index];
-    FeatureState st;
+    ParameterState state;
     AccessClock clock(m_accessStarted);
-    st.access = accessOf(b.node, nullptr);
-    if (m_lost)
-        return st;
-    GError* e = nullptr;
-    for (ArvGcNode* entry : b.entries) {
-        auto* entryFeature = ARV_GC_FEATURE_NODE(entry);
-        ParameterEntryAccessMode access = peamReadOnly;
-        if (!arv_gc_feature_node_is_implemented(entryFeature, &e))
-            access = peamNotImplemented;
-        else if (!arv_gc_feature_node_is_available(entryFeature, &e))
-            access = peamNotAvailable;
-        noteError(e);
-        g_clear_error(&e);
-        st.entryAccess.push_back(access);
-    }
-    switch (f.kind) {
-    case FeatureKind::Category:
-    case FeatureKind::Plain:
-        st.valid = true;
-        return st;
-    case FeatureKind::Command: {
-        st.valid = true;
-        if (!b.isDone)
-            return st;
-        bool done = true;
-        if (ARV_IS_GC_BOOLEAN(b.isDone))
-            done = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(b.isDone), &e);
-        else if (ARV_IS_GC_INTEGER(b.isDone))
-            done = arv_gc_integer_get_value(ARV_GC_INTEGER(b.isDone), &e) != 0;
-        else if (ARV_IS_GC_FLOAT(b.isDone))
-            done = arv_gc_float_get_value(ARV_GC_FLOAT(b.isDone), &e) != 0.0;
-        st.active = !e && !done;
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        return st;
-    }
-    default:
-        break;
-    }
-    // Write-only, missing and unavailable features have no value to read.
-    if (st.access == peamNotImplemented || st.access == peamNotAvailable || st.access == peamReadWrite)
-        return st;
-
-    switch (f.kind) {
-    case FeatureKind::Integer: {
-        auto* node = ARV_GC_INTEGER(b.node);
-        st.intValue = arv_gc_integer_get_value(node, &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        st.intMin = arv_gc_integer_get_min(node, &e);
-        if (e)
-            st.intMin = LLONG_MIN;
-        g_clear_error(&e);
-        st.intMax = arv_gc_integer_get_max(node, &e);
-        if (e)
-            st.intMax = LLONG_MAX;
-        g_clear_error(&e);
-        st.intInc = arv_gc_integer_get_inc(node, &e);
-        if (e || st.intInc < 1)
-            st.intInc = 1;
-        g_clear_error(&e);
-        break;
-    }
-    case FeatureKind::UInt64: {
-        unsigned char bytes[8] = {};
-        arv_gc_register_get(ARV_GC_REGISTER(b.node), bytes, sizeof bytes, &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        unsigned long long value = 0;
-        for (int i = 0; i < 8; ++i) {
-            const unsigned long long byte = bytes[b.bigEndian ? i : 7 - i];
-            value = (value << 8) | byte;
-        }
-        st.uintValue = value;
-        st.uintMax = ULLONG_MAX;
-        const gint64 inc = arv_gc_integer_get_inc(ARV_GC_INTEGER(b.node), &e);
-        st.uintInc = (e || inc < 1) ? 1 : static_cast<unsigned long long>(inc);
-        g_clear_error(&e);
-        break;
-    }
-    case FeatureKind::Float: {
-        auto* node = ARV_GC_FLOAT(b.node);
-        st.floatValue = arv_gc_float_get_value(node, &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        st.floatMin = arv_gc_float_get_min(node, &e);
-        if (e)
-            st.floatMin = -G_MAXDOUBLE;
-        g_clear_error(&e);
-        st.floatMax = arv_gc_float_get_max(node, &e);
-        if (e)
-            st.floatMax = G_MAXDOUBLE;
-        g_clear_error(&e);
-        break;
-    }
-    case FeatureKind::Boolean:
-        st.boolValue = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(b.node), &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        break;
-    case FeatureKind::String: {
-        const char* value = arv_gc_string_get_value(ARV_GC_STRING(b.node), &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        if (st.valid)
-            st.text = text(value);
-        st.maxLength = arv_gc_string_get_max_length(ARV_GC_STRING(b.node), &e);
-        if (e)
-            st.maxLength = 0;
-        g_clear_error(&e);
-        break;
-    }
-    case FeatureKind::Enumeration:
-        st.intValue = arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(b.node), &e);
-        st.valid = !e;
-        noteError(e);
-        g_clear_error(&e);
-        break;
-    default:
-        break;
-    }
-    return st;
-}
-
-template <class T, class Read> bool GenicamDevice::readForWrite(Read read, T* out)
-{
-    GError* error = nullptr;
-    const T value = read(&error);
-    const bool ok = !error;
-    if (ok)
-        *out = value;
-    noteError(error);
-    g_clear_error(&error);
-    return ok;
+    state.access = accessOf(b.nodes.node, nullptr);
+    if (!m_errors.lost())
+        b.io->read(m_layout.features[index], b.nodes, state, m_errors);
+    return state;
 }
 
 std::string GenicamDevice::write(int index, const boost::any& value)
 {
-    const char* const lost = kNoAnswer;
-    if (m_lost)
-        return lost;
+    if (m_errors.lost())
+        return kNoAnswer;
     const FeatureLayout& f = m_layout.features[index];
+    const ParameterKind& kind = f.parameterKind();
     const Binding& b = m_bindings[index];
-    if (f.kind == FeatureKind::Category || f.kind == FeatureKind::Plain)
-        return "the feature holds no value";
+    if (!kind.holdsValue() && kind.id() != ParameterKindId::Command)
+        return kind.refusal(value, ParameterLimits());
 
     AccessClock clock(m_accessStarted);
     bool locked = false;
-    const ParameterEntryAccessMode access = accessOf(b.node, &locked);
-    if (m_lost)
-        return lost;
+    const ParameterEntryAccessMode access = accessOf(b.nodes.node, &locked);
+    if (m_errors.lost())
+        return kNoAnswer;
     // Aravis would write locked and unavailable features; the description says they must not be.
-    if (access == peamNotImplemented)
-        return "the feature is not implemented";
-    if (access == peamNotAvailable)
-        return "the feature is not available";
-    if (locked)
-        return "the feature is locked";
-    if (access == peamReadOnly)
-        return "the feature is read-only";
+    std::string reason = ParameterKind::accessRefusal(access, locked);
+    if (!reason.empty())
+        return reason;
+    // Limits the device cannot tell are left out of the check, and to Aravis.
+    const ParameterLimits limits = b.io->writeLimits(f, b.nodes, value, m_errors);
+    if (m_errors.lost())
+        return kNoAnswer;
+    reason = kind.refusal(value, limits);
+    if (!reason.empty())
+        return reason;
 
     GError* e = nullptr;
-    switch (f.kind) {
-    case FeatureKind::Integer: {
-        const long long* v = boost::any_cast<long long>(&value);
-        if (!v)
-            return wrongType("long long");
-        auto* node = ARV_GC_INTEGER(b.node);
-        long long min = 0, max = 0, inc = 1;
-        const bool hasMin =
-            readForWrite([node](GError** error) { return arv_gc_integer_get_min(node, error); }, &min);
-        const bool hasMax =
-            !m_lost &&
-            readForWrite([node](GError** error) { return arv_gc_integer_get_max(node, error); }, &max);
-        const bool hasInc =
-            !m_lost &&
-            readForWrite([node](GError** error) { return arv_gc_integer_get_inc(node, error); }, &inc);
-        if (m_lost)
-            return lost;
-        if (hasMin && *v < min)
-            return toText(*v) + " is below the minimum " + toText(min);
-        if (hasMax && *v > max)
-            return toText(*v) + " is above the maximum " + toText(max);
-        // Unsigned arithmetic: the distance from the minimum always fits.
-        if (hasMin && hasInc && inc > 1 &&
-            (static_cast<unsigned long long>(*v) - static_cast<unsigned long long>(min)) %
-                    static_cast<unsigned long long>(inc) !=
-                0)
-            return toText(*v) + " is not a multiple of the increment " + toText(inc) + " from " + toText(min);
-        arv_gc_integer_set_value(node, *v, &e);
-        break;
-    }
-    case FeatureKind::UInt64: {
-        const unsigned long long* v = boost::any_cast<unsigned long long>(&value);
-        if (!v)
-            return wrongType("unsigned long long");
-        auto* node = ARV_GC_INTEGER(b.node);
-        gint64 inc = 1;
-        const bool hasInc =
-            readForWrite([node](GError** error) { return arv_gc_integer_get_inc(node, error); }, &inc);
-        if (m_lost)
-            return lost;
-        if (hasInc && inc > 1 && *v % static_cast<unsigned long long>(inc) != 0)
-            return toText(*v) + " is not a multiple of the increment " + toText(inc);
-        unsigned char bytes[8];
-        for (int i = 0; i < 8; ++i) {
-            const int shift = 8 * (b.bigEndian ? 7 - i : i);
-            bytes[i] = static_cast<unsigned char>((*v >> shift) & 0xffu);
-        }
-        arv_gc_register_set(ARV_GC_REGISTER(b.node), bytes, sizeof bytes, &e);
-        break;
-    }
-    case FeatureKind::Float: {
-        const double* v = boost::any_cast<double>(&value);
-        if (!v)
-            return wrongType("double");
-        auto* node = ARV_GC_FLOAT(b.node);
-        double min = 0, max = 0;
-        const bool hasMin =
-            readForWrite([node](GError** error) { return arv_gc_float_get_min(node, error); }, &min);
-        const bool hasMax =
-            !m_lost &&
-            readForWrite([node](GError** error) { return arv_gc_float_get_max(node, error); }, &max);
-        if (m_lost)
-            return lost;
-        if (hasMin && !(*v >= min))
-            return toText(*v) + " is below the minimum " + toText(min);
-        if (hasMax && !(*v <= max))
-            return toText(*v) + " is above the maximum " + toText(max);
-        arv_gc_float_set_value(node, *v, &e);
-        break;
-    }
-    case FeatureKind::Boolean: {
-        const bool* v = boost::any_cast<bool>(&value);
-        if (!v)
-            return wrongType("bool");
-        arv_gc_boolean_set_value(ARV_GC_BOOLEAN(b.node), *v, &e);
-        break;
-    }
-    case FeatureKind::String: {
-        const std::string* v = boost::any_cast<std::string>(&value);
-        if (!v)
-            return wrongType("std::string");
-        auto* node = ARV_GC_STRING(b.node);
-        gint64 maxLength = 0;
-        const bool hasMaxLength = readForWrite(
-            [node](GError** error) { return arv_gc_string_get_max_length(node, error); }, &maxLength);
-        if (m_lost)
-            return lost;
-        if (hasMaxLength && maxLength > 0 && static_cast<long long>(v->size()) > maxLength)
-            return "the text is longer than " + toText(maxLength) + " bytes";
-        arv_gc_string_set_value(ARV_GC_STRING(b.node), v->c_str(), &e);
-        break;
-    }
-    case FeatureKind::Enumeration: {
-        const long long* v = boost::any_cast<long long>(&value);
-        if (!v)
-            return wrongType("long long");
-        std::size_t entry = 0;
-        while (entry < f.entries.size() && f.entries[entry].value != *v)
-            ++entry;
-        if (entry == f.entries.size())
-            return "no entry has the value " + toText(*v);
-        auto* entryNode = ARV_GC_FEATURE_NODE(b.entries[entry]);
-        gboolean implemented = TRUE, available = TRUE;
-        readForWrite(
-            [entryNode](GError** error) { return arv_gc_feature_node_is_implemented(entryNode, error); },
-            &implemented);
-        if (!m_lost)
-            readForWrite(
-                [entryNode](GError** error) { return arv_gc_feature_node_is_available(entryNode, error); },
-                &available);
-        if (m_lost)
-            return lost;
-        if (!implemented)
-            return "the entry " + f.entries[entry].name + " is not implemented";
-        if (!available)
-            return "the entry " + f.entries[entry].name + " is not available";
-        arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(b.node), *v, &e);
-        break;
-    }
-    case FeatureKind::Command:
-        if (!value.empty())
-            return "a command takes no value";
-        arv_gc_command_execute(ARV_GC_COMMAND(b.node), &e);
-        break;
-    default:
-        return "the feature holds no value";
-    }
+    b.io->write(b.nodes, value, &e);
     if (!e)
         return std::string();
-    noteError(e);
-    std::string reason = reasonOf(e);
+    m_errors.note(e);
+    reason = reasonOf(e);
     g_error_free(e);
-    return m_lost ? std::string(lost) + " (" + reason + ")" : reason;
+    return m_errors.lost() ? std::string(kNoAnswer) + " (" + reason + ")" : reason;
 }
 
 bool GenicamDevice::readInto(int feature, Publication& publication)
 {
     // Reading on after a loss would wait for the device once per feature.
-    if (m_lost)
+    if (m_errors.lost())
         return false;
-    FeatureState st = read(feature);
-    if (m_lost)
+    ParameterState st = read(feature);
+    if (m_errors.lost())
         return false;
     if (st != m_published[feature]) {
         m_published[feature] = st;
@@ -738,12 +460,12 @@ void GenicamDevice::readSome(const std::vector<int>& features, Publication& publ
 
 void GenicamDevice::publish(Publication& publication, bool force)
 {
-    publication.connected = !m_lost;
+    publication.connected = !m_errors.lost();
     publication.giveUpsAnswered = m_giveUpsAnswered;
-    const bool news = force || m_lost != m_lostPublished;
+    const bool news = force || m_errors.lost() != m_lostPublished;
     if (publication.empty() && !news)
         return;
-    m_lostPublished = m_lost;
+    m_lostPublished = m_errors.lost();
     m_publisher(std::make_shared<Publication>(std::move(publication)));
     publication = Publication();
 }
@@ -757,18 +479,20 @@ void GenicamDevice::probe()
         // Address 0 is the bootstrap's version register on GigE Vision and USB3 Vision devices.
         arv_device_read_register(m_device, 0, &value, &e);
     }
-    const bool lost = isLoss(e);
+    AccessErrors heartbeat(true);
+    heartbeat.note(e);
+    const bool lost = heartbeat.lost();
     g_clear_error(&e);
     Publication publication;
     const std::uint64_t giveUps = m_giveUps.load();
     bool recovered = false;
     if (lost) {
-        m_lost = true;
-    } else if (m_lost || giveUps != m_giveUpsAnswered) {
+        m_errors.setLost(true);
+    } else if (m_errors.lost() || giveUps != m_giveUpsAnswered) {
         // Whatever was shown before may be stale: the device may have restarted in between.
-        m_lost = false;
+        m_errors.setLost(false);
         readAll(publication);
-        recovered = !m_lost;
+        recovered = !m_errors.lost();
         if (recovered)
             m_giveUpsAnswered = giveUps;
     }
@@ -879,11 +603,11 @@ GenicamDevice::Clock::time_point GenicamDevice::nextDeadline() const
     auto deadline = Clock::now() + std::chrono::hours(1);
     if (m_layout.live)
         deadline = std::min(deadline, m_nextProbe);
-    if (m_lost)
+    if (m_errors.lost())
         return deadline;
     for (std::size_t i = 0; i < m_bindings.size(); ++i) {
         const bool polled = m_layout.features[i].pollingMs > 0 ||
-                            (m_layout.features[i].kind == FeatureKind::Command && m_published[i].active);
+                            (m_layout.features[i].kind == ParameterKindId::Command && m_published[i].active);
         if (polled)
             deadline = std::min(deadline, m_bindings[i].due);
     }
@@ -898,12 +622,12 @@ void GenicamDevice::runTimers()
         now = Clock::now();
         m_nextProbe = now + kProbePeriod;
     }
-    if (m_lost)
+    if (m_errors.lost())
         return;
     std::vector<int> due;
     for (std::size_t i = 0; i < m_bindings.size(); ++i) {
         int period = m_layout.features[i].pollingMs;
-        if (period <= 0 && m_layout.features[i].kind == FeatureKind::Command && m_published[i].active)
+        if (period <= 0 && m_layout.features[i].kind == ParameterKindId::Command && m_published[i].active)
             period = kCommandPollMs;
         if (period <= 0)
             continue;

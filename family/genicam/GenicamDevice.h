@@ -1,5 +1,6 @@
 #pragma once
 
+#include "family/genicam/FeatureIo.h"
 #include "family/genicam/GenicamDescription.h"
 #include "family/genicam/GenicamLayout.h"
 
@@ -42,7 +43,7 @@ public:
         bool ok = false;
         std::string error;
         Layout layout;
-        std::vector<FeatureState> states; // every feature, in layout order
+        std::vector<ParameterState> states; // every feature, in layout order
     };
 
     explicit GenicamDevice(Publisher publisher);
@@ -88,11 +89,9 @@ private:
     // What the device thread keeps per feature besides its layout.
     struct Binding
     {
-        ArvGcNode* node = nullptr;
-        std::vector<ArvGcNode*> entries; // enumeration entries, in layout order
-        ArvGcNode* isDone = nullptr;     // commands
-        bool bigEndian = false;          // unsigned 8-byte registers
-        Clock::time_point due;           // next poll
+        FeatureNodes nodes;
+        const FeatureIo* io = nullptr; // the Aravis side of the feature's kind
+        Clock::time_point due;         // next poll
     };
 
     // Marks the thread as waiting for the device while it lives.
@@ -109,13 +108,9 @@ private:
     void addFeatures(ArvGcNode* category, int parentPlace, std::vector<std::string>& ancestors);
     int addFeature(const std::string& name, ArvGcNode* node);
 
-    FeatureState read(int feature);
+    ParameterState read(int feature);
     ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
     std::string write(int feature, const boost::any& value);
-    // Reads what a write is checked against (a bound, an increment, an entry's availability) into
-    // out. False when the device could not tell: the check is then left to Aravis, unless the device
-    // stopped answering, which marks it lost, so that the write is refused without asking again.
-    template <class T, class Read> bool readForWrite(Read read, T* out);
     // Reads a feature and notes it in the publication when it changed; false once the device is lost.
     bool readInto(int feature, Publication& publication);
     void readAll(Publication& publication);
@@ -123,8 +118,6 @@ private:
     void probe();
     // Hands the publication to the GUI when it says anything (or always, with force).
     void publish(Publication& publication, bool force = false);
-    // Looks at an error of a device access: a device that stopped answering is marked lost.
-    void noteError(const GError* error);
 
     Publisher m_publisher;
     std::thread m_thread;
@@ -142,8 +135,8 @@ private:
     Layout m_layout;
     std::vector<Binding> m_bindings;
     std::unordered_map<std::string, int> m_featureByName;
-    std::vector<FeatureState> m_published;
-    bool m_lost = false;
+    std::vector<ParameterState> m_published;
+    AccessErrors m_errors; // a device that stopped answering is lost
     bool m_lostPublished = false;
     std::uint64_t m_giveUpsAnswered = 0;
     Clock::time_point m_nextProbe;

@@ -4,12 +4,11 @@
 // opened, and the values of features whenever they change. Plain values only, so that they can
 // cross threads by copy.
 
-#include <vorn/host/ParameterEnums.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <boost/any.hpp>
 
 #include <cstdint>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,16 +20,6 @@ namespace genicam {
 
 // Why a write or a read of a device that stopped answering failed, as the user reads it.
 const char* const kNoAnswer = "the device does not answer";
-
-// A number as the messages write it.
-template <class T> std::string toText(const T& value)
-{
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
-enum class FeatureKind { Category, Integer, UInt64, Float, Boolean, String, Enumeration, Command, Plain };
 
 struct EnumEntryLayout
 {
@@ -50,11 +39,15 @@ struct FeatureLayout
     std::string toolTip;
     std::string description;
     std::string unit;
-    FeatureKind kind = FeatureKind::Plain;
+    ParameterKindId kind = ParameterKindId::Entry;
     ParameterEntryVisibility visibility = pevBeginner;
     ParameterIntegerRepresentation representation = pirPureNumber;
     std::vector<EnumEntryLayout> entries;
     int pollingMs = 0; // 0: not polled
+
+    const ParameterKind& parameterKind() const { return ParameterKind::of(kind); }
+    // The entries as writes are checked against them, all available.
+    ParameterLimits choices() const;
 };
 
 // One node of the tree: the feature it shows and the place above it (-1: the root).
@@ -71,34 +64,6 @@ struct Layout
     bool live = false;               // a device that can vanish (not a simulated one)
 };
 
-// The values of one feature as last read.
-struct FeatureState
-{
-    bool valid = false;
-    ParameterEntryAccessMode access = peamNotAvailable;
-    long long intValue = 0; // also the enumeration's current value
-    long long intMin = 0;
-    long long intMax = 0;
-    long long intInc = 1;
-    unsigned long long uintValue = 0;
-    unsigned long long uintMax = 0;
-    unsigned long long uintInc = 1;
-    double floatValue = 0.0;
-    double floatMin = 0.0;
-    double floatMax = 0.0;
-    bool boolValue = false;
-    std::string text; // string value
-    long long maxLength = 0;
-    std::vector<ParameterEntryAccessMode> entryAccess; // enumeration entries, in layout order
-    bool active = false;                               // commands
-};
-
-bool operator==(const FeatureState& a, const FeatureState& b);
-inline bool operator!=(const FeatureState& a, const FeatureState& b)
-{
-    return !(a == b);
-}
-
 // The message of a write to feature that was refused for reason: "Cannot set <feature> to
 // <value>: <reason>", or "Cannot execute <feature>: <reason>" for a command.
 std::string refusedWriteMessage(const FeatureLayout& feature, const boost::any& value,
@@ -107,8 +72,8 @@ std::string refusedWriteMessage(const FeatureLayout& feature, const boost::any& 
 // A batch from the device thread to the GUI thread.
 struct Publication
 {
-    std::vector<std::pair<int, FeatureState>> states; // feature index, new values
-    std::vector<std::pair<int, std::string>> errors;  // place index (-1: the tree), message
+    std::vector<std::pair<int, ParameterState>> states; // feature index, new values
+    std::vector<std::pair<int, std::string>> errors;    // place index (-1: the tree), message
     bool connected = true;
     // How many times the GUI had given the device up when the device thread last read everything
     // afresh: a GUI that gave up more often keeps the device for lost.

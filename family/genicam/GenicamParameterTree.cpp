@@ -3,14 +3,8 @@
 #include "family/genicam/AravisSupport.h"
 #include "family/genicam/GenicamDevice.h"
 
-#include <vorn/host/MvParametersBooleanNode.h>
-#include <vorn/host/MvParametersCategoryNode.h>
-#include <vorn/host/MvParametersCommandNode.h>
 #include <vorn/host/MvParametersEnumerationNode.h>
-#include <vorn/host/MvParametersFloatNode.h>
-#include <vorn/host/MvParametersIntegerNode.h>
-#include <vorn/host/MvParametersStringNode.h>
-#include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <arv.h>
 
@@ -27,9 +21,7 @@ namespace vorn {
 namespace core {
 namespace models {
 
-using genicam::FeatureKind;
 using genicam::FeatureLayout;
-using genicam::FeatureState;
 using genicam::GenicamDevice;
 using genicam::Layout;
 using genicam::Publication;
@@ -72,6 +64,7 @@ public:
     }
 
     void build(const GenicamDevice::OpenResult& opened);
+    void addEntries(MvParametersEnumerationNode& node, const std::vector<genicam::EnumEntryLayout>& entries);
     void apply(const Publication& publication);
     void applyToNodes(int feature);
     void setConnected(bool connected, const std::string& why);
@@ -82,7 +75,7 @@ public:
     boost::shared_ptr<MvParametersModel> model;
     boost::shared_ptr<Callback> callback;
     Layout layout;
-    std::vector<FeatureState> states;
+    std::vector<ParameterState> states;
     std::vector<boost::shared_ptr<MvParametersEntryNode>> placeNodes;
     std::vector<std::vector<int>> placesOf; // per feature
     std::unordered_map<const MvParametersEntryNode*, int> placeOfNode;
@@ -108,57 +101,14 @@ void GenicamParameterTree::Impl::build(const GenicamDevice::OpenResult& opened)
     for (std::size_t p = 0; p < layout.places.size(); ++p) {
         const genicam::PlaceLayout& place = layout.places[p];
         const FeatureLayout& f = layout.features[place.feature];
-        boost::shared_ptr<MvParametersEntryNode> node;
-        switch (f.kind) {
-        case FeatureKind::Category:
-            node = model->createNode<MvParametersCategoryNode>(f.name);
-            break;
-        case FeatureKind::Integer: {
-            auto n = model->createNode<MvParametersIntegerNode>(f.name);
-            n->setUnit(f.unit);
-            n->setRepresentation(f.representation);
-            node = n;
-            break;
-        }
-        case FeatureKind::UInt64: {
-            auto n = model->createNode<MvParametersUInt64Node>(f.name);
-            n->setUnit(f.unit);
-            n->setRepresentation(f.representation);
-            node = n;
-            break;
-        }
-        case FeatureKind::Float: {
-            auto n = model->createNode<MvParametersFloatNode>(f.name);
-            n->setUnit(f.unit);
-            node = n;
-            break;
-        }
-        case FeatureKind::Boolean:
-            node = model->createNode<MvParametersBooleanNode>(f.name);
-            break;
-        case FeatureKind::String:
-            node = model->createNode<MvParametersStringNode>(f.name);
-            break;
-        case FeatureKind::Enumeration: {
-            auto n = model->createNode<MvParametersEnumerationNode>(f.name);
-            for (const genicam::EnumEntryLayout& e : f.entries) {
-                auto entry = model->createNode<MvParametersEnumEntryNode>(e.name, e.value);
-                entry->setDisplayName(e.displayName);
-                entry->setToolTip(e.toolTip.empty() ? e.description : e.toolTip);
-                entry->setDescription(e.description);
-                entry->setVisibility(e.visibility);
-                n->addEntry(entry);
-            }
-            node = n;
-            break;
-        }
-        case FeatureKind::Command:
-            node = model->createNode<MvParametersCommandNode>(f.name);
-            break;
-        case FeatureKind::Plain:
-            node = model->createNode<MvParametersEntryNode>(f.name);
-            break;
-        }
+        const ParameterKind& kind = f.parameterKind();
+        boost::shared_ptr<MvParametersEntryNode> node = kind.createNode(model, f.name);
+        ParameterPresentation presentation;
+        presentation.unit = f.unit;
+        presentation.representation = f.representation;
+        kind.setPresentation(*node, presentation);
+        if (f.kind == ParameterKindId::Enumeration)
+            addEntries(static_cast<MvParametersEnumerationNode&>(*node), f.entries);
         node->setDisplayName(f.displayName);
         node->setToolTip(f.toolTip.empty() ? f.description : f.toolTip);
         node->setDescription(f.description);
@@ -174,62 +124,27 @@ void GenicamParameterTree::Impl::build(const GenicamDevice::OpenResult& opened)
         applyToNodes(static_cast<int>(i));
 }
 
+void GenicamParameterTree::Impl::addEntries(MvParametersEnumerationNode& node,
+                                            const std::vector<genicam::EnumEntryLayout>& entries)
+{
+    for (const genicam::EnumEntryLayout& e : entries) {
+        auto entry = model->createNode<MvParametersEnumEntryNode>(e.name, e.value);
+        entry->setDisplayName(e.displayName);
+        entry->setToolTip(e.toolTip.empty() ? e.description : e.toolTip);
+        entry->setDescription(e.description);
+        entry->setVisibility(e.visibility);
+        node.addEntry(entry);
+    }
+}
+
+// The device's data are valid only while it answers.
 void GenicamParameterTree::Impl::applyToNodes(int feature)
 {
-    const FeatureLayout& f = layout.features[feature];
-    const FeatureState& st = states[feature];
-    for (int p : placesOf[feature]) {
-        MvParametersEntryNode& node = *placeNodes[p];
-        node.setAccessMode(st.access);
-        node.setDataValid(st.valid && connected);
-        switch (f.kind) {
-        case FeatureKind::Integer: {
-            auto& n = static_cast<MvParametersIntegerNode&>(node);
-            n.setNodeValue(st.intValue);
-            n.setRange(st.intMin, st.intMax);
-            n.setStepValue(st.intInc);
-            break;
-        }
-        case FeatureKind::UInt64: {
-            auto& n = static_cast<MvParametersUInt64Node&>(node);
-            n.setNodeValue(st.uintValue);
-            n.setRange(0, st.uintMax);
-            n.setStepValue(st.uintInc);
-            break;
-        }
-        case FeatureKind::Float: {
-            auto& n = static_cast<MvParametersFloatNode&>(node);
-            n.setNodeValue(st.floatValue);
-            n.setRange(st.floatMin, st.floatMax);
-            break;
-        }
-        case FeatureKind::Boolean:
-            static_cast<MvParametersBooleanNode&>(node).setValueSet(st.boolValue);
-            break;
-        case FeatureKind::String: {
-            auto& n = static_cast<MvParametersStringNode&>(node);
-            n.setNodeValue(st.text);
-            n.setMaxLength(st.maxLength);
-            break;
-        }
-        case FeatureKind::Enumeration: {
-            auto& n = static_cast<MvParametersEnumerationNode&>(node);
-            n.setNodeIntValue(st.intValue);
-            auto entries = n.getEnumEntryNodes();
-            for (std::size_t i = 0; entries->hasNext(); ++i) {
-                auto entry = entries->next();
-                if (i < st.entryAccess.size())
-                    entry->setAccessMode(st.entryAccess[i]);
-            }
-            break;
-        }
-        case FeatureKind::Command:
-            static_cast<MvParametersCommandNode&>(node).setActive(st.active);
-            break;
-        default:
-            break;
-        }
-    }
+    const ParameterKind& kind = layout.features[feature].parameterKind();
+    ParameterState state = states[feature];
+    state.valid = state.valid && connected;
+    for (int p : placesOf[feature])
+        kind.apply(*placeNodes[p], state);
 }
 
 void GenicamParameterTree::Impl::setConnected(bool nowConnected, const std::string& why)

@@ -1,7 +1,6 @@
 #include <vorn/host/InMemoryParameterTree.h>
 
-#include <sstream>
-#include <type_traits>
+#include <vorn/host/ParameterKind.h>
 
 namespace vorn {
 namespace core {
@@ -21,47 +20,6 @@ public:
 private:
     InMemoryParameterTree* m_tree;
 };
-
-namespace {
-
-template <class T> std::string toText(const T& value)
-{
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
-template <class T> const T* valueAs(const boost::any& value)
-{
-    return boost::any_cast<T>(&value);
-}
-
-std::string wrongType(const char* expected)
-{
-    return std::string("expects a value of type ") + expected;
-}
-
-template <class Node> std::string applyIntegral(Node& node, const boost::any& value, const char* typeName)
-{
-    using T = typename Node::ValueType;
-    const T* v = valueAs<T>(value);
-    if (!v)
-        return wrongType(typeName);
-    if (*v < node.getMinValue())
-        return toText(*v) + " is below the minimum " + toText(node.getMinValue());
-    if (*v > node.getMaxValue())
-        return toText(*v) + " is above the maximum " + toText(node.getMaxValue());
-    // Unsigned arithmetic: the distance from the minimum always fits, over the whole signed range too.
-    using U = typename std::make_unsigned<T>::type;
-    const T step = node.getStepValue();
-    if (step > 1 && (static_cast<U>(*v) - static_cast<U>(node.getMinValue())) % static_cast<U>(step) != 0)
-        return toText(*v) + " is not a multiple of the increment " + toText(step) + " from " +
-               toText(node.getMinValue());
-    node.setNodeValue(*v);
-    return std::string();
-}
-
-} // namespace
 
 InMemoryParameterTree::InMemoryParameterTree() : m_model(MvParametersModel::create()) {}
 
@@ -212,9 +170,12 @@ void InMemoryParameterTree::record(const boost::shared_ptr<MvParametersEntryNode
     m_calls.push_back(call);
     if (call.applied) {
         notifyChanged(node);
+    } else if (!node) {
+        m_model->notifyError(node, "Cannot set (no node): " + call.error);
     } else {
-        m_model->notifyError(node, "Cannot set " + (node ? node->getName() : std::string("(no node)")) +
-                                       ": " + call.error);
+        const ParameterKind& kind = ParameterKind::of(*node);
+        m_model->notifyError(
+            node, kind.refusedWriteMessage(node->getName(), value, kind.limits(*node), call.error));
     }
 }
 
@@ -223,63 +184,21 @@ std::string InMemoryParameterTree::apply(const boost::shared_ptr<MvParametersEnt
 {
     if (!node)
         return "no node given";
-    const std::uint32_t type = static_cast<const GenericModelNode&>(*node).typeId();
+    const ParameterKind& kind = ParameterKind::of(*node);
     // A command runs whenever it can be started; its data-valid flag says nothing about that.
     const ParameterEntryAccessMode mode = node->getAccessMode();
-    const bool writable =
-        type == pntCommand ? (mode == peamReadWrite || mode == peamReadWriteIfValid) : node->isWritable();
-    if (!writable)
-        return mode == peamReadOnly ? "the feature is read-only" : "the feature is not available";
-    switch (type) {
-    case pntInteger:
-        return applyIntegral(static_cast<MvParametersIntegerNode&>(*node), value, "long long");
-    case pntUInt64:
-        return applyIntegral(static_cast<MvParametersUInt64Node&>(*node), value, "unsigned long long");
-    case pntFloat: {
-        auto& f = static_cast<MvParametersFloatNode&>(*node);
-        const double* v = valueAs<double>(value);
-        if (!v)
-            return wrongType("double");
-        if (!(*v >= f.getMinValue()))
-            return toText(*v) + " is below the minimum " + toText(f.getMinValue());
-        if (!(*v <= f.getMaxValue()))
-            return toText(*v) + " is above the maximum " + toText(f.getMaxValue());
-        f.setNodeValue(*v);
-        return std::string();
+    const bool writable = kind.id() == ParameterKindId::Command
+                              ? (mode == peamReadWrite || mode == peamReadWriteIfValid)
+                              : node->isWritable();
+    if (!writable) {
+        const std::string reason = ParameterKind::accessRefusal(mode);
+        // Editable in principle, but its value could not be read: the tree does not take the write.
+        return reason.empty() ? "the feature is not available" : reason;
     }
-    case pntBoolean: {
-        const bool* v = valueAs<bool>(value);
-        if (!v)
-            return wrongType("bool");
-        static_cast<MvParametersBooleanNode&>(*node).setValueSet(*v);
-        return std::string();
-    }
-    case pntString: {
-        auto& s = static_cast<MvParametersStringNode&>(*node);
-        const std::string* v = valueAs<std::string>(value);
-        if (!v)
-            return wrongType("std::string");
-        if (static_cast<long long>(v->size()) > s.getMaxLength())
-            return "the text is longer than " + toText(s.getMaxLength()) + " bytes";
-        s.setNodeValue(*v);
-        return std::string();
-    }
-    case pntEnumeration: {
-        auto& e = static_cast<MvParametersEnumerationNode&>(*node);
-        const long long* v = valueAs<long long>(value);
-        if (!v)
-            return wrongType("long long");
-        auto entry = e.entryByValue(*v);
-        if (!entry)
-            return "no entry has the value " + toText(*v);
-        if (entry->getAccessMode() == peamNotImplemented || entry->getAccessMode() == peamNotAvailable)
-            return "the entry " + entry->getSymbolic() + " is not available";
-        e.setNodeValue(entry->getSymbolic());
-        return std::string();
-    }
-    case pntCommand: {
-        if (!value.empty())
-            return "a command takes no value";
+    const std::string reason = kind.refusal(value, kind.limits(*node));
+    if (!reason.empty())
+        return reason;
+    if (kind.id() == ParameterKindId::Command) {
         auto command = boost::static_pointer_cast<MvParametersCommandNode>(node);
         for (const auto& entry : m_actions) {
             if (entry.first == command.get() && entry.second) {
@@ -289,9 +208,8 @@ std::string InMemoryParameterTree::apply(const boost::shared_ptr<MvParametersEnt
         }
         return std::string();
     }
-    default:
-        return "the feature holds no value";
-    }
+    kind.setValue(*node, fromAny(value));
+    return std::string();
 }
 
 void InMemoryParameterTree::notifyChanged(const boost::shared_ptr<MvParametersEntryNode>& node)

@@ -185,9 +185,9 @@ TEST(CommandLine, aRefusedValueEndsTheRunWithItsReasonAndNoDump)
         {{QStringLiteral("--set"), QStringLiteral("NoSuchFeature=1")},
          "parameter-browser: Cannot set NoSuchFeature to 1: no such feature"},
         {{QStringLiteral("--example"), QStringLiteral("--set"), QStringLiteral("Width=641")},
-         "parameter-browser: Cannot set Width: 641 is not a multiple of the increment 16 from 16"},
+         "parameter-browser: Cannot set Width to 641: 641 is not a multiple of the increment 16 from 16"},
         {{QStringLiteral("--example"), QStringLiteral("--set"), QStringLiteral("PixelFormat=Mono16")},
-         "parameter-browser: Cannot set PixelFormat: the entry Mono16 is not available"},
+         "parameter-browser: Cannot set PixelFormat to Mono16: the entry Mono16 is not available"},
         {{QStringLiteral("--example"), QStringLiteral("--set"), QStringLiteral("ReverseY=maybe")},
          "parameter-browser: Cannot set ReverseY to maybe: not a boolean (true or false)"},
     };

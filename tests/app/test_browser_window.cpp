@@ -280,8 +280,8 @@ TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
     EXPECT_TRUE(window->lastErrorText().isEmpty());
     FeatureWriter(*window->source()).apply({FeatureAssignment{"Width", -1, "5000", 0}});
     settle();
-    EXPECT_TRUE(
-        window->lastErrorText().endsWith(QStringLiteral("Cannot set Width: 5000 is above the maximum 4096")))
+    EXPECT_TRUE(window->lastErrorText().endsWith(
+        QStringLiteral("Cannot set Width to 5000: 5000 is above the maximum 4096")))
         << window->lastErrorText().toStdString();
     EXPECT_EQ(child<QWidget>("lastErrorLabel")->toolTip(), window->lastErrorText());
     vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-error"));

@@ -2,7 +2,6 @@
 // tree, what is refused and how it is reported, and that a saved file restores every writable value.
 
 #include "FeatureValueFile.h"
-#include "FeatureValueText.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
 
@@ -12,6 +11,7 @@
 #include <vorn/host/MvParametersIntegerNode.h>
 #include <vorn/host/MvParametersStringNode.h>
 #include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,8 @@ FeatureAssignment assign(const std::string& name, const std::string& value, int 
 std::string valueOf(ParameterSource& source, const std::string& name)
 {
     const auto nodes = source.nodesNamed(name);
-    return nodes.empty() ? "<none>" : FeatureValueText::format(*nodes.front()).value_or("<no value>");
+    return nodes.empty() ? "<none>"
+                         : ParameterKind::of(*nodes.front()).format(*nodes.front()).value_or("<no value>");
 }
 
 template <class Node> std::string stepAway(const Node& n)
@@ -151,9 +152,9 @@ TEST(FeatureWriter, reportsEveryRefusalWithItsLineAndSetsTheRest)
         {assign("Width", "4100", 2), assign("Height", "480", 3), assign("Nope", "1", 4),
          assign("DeviceVendorName", "x", 5), assign("ExposureTime", "slow", 6), assign("OffsetX", "32", 7)});
     EXPECT_EQ(texts(failures), (std::vector<std::string>{
-                                   "line 2: Cannot set Width: 4100 is above the maximum 4096",
+                                   "line 2: Cannot set Width to 4100: 4100 is above the maximum 4096",
                                    "line 4: Cannot set Nope to 1: no such feature",
-                                   "line 5: Cannot set DeviceVendorName: the feature is read-only",
+                                   "line 5: Cannot set DeviceVendorName to \"x\": the feature is read-only",
                                    "line 6: Cannot set ExposureTime to slow: not a number",
                                }));
     EXPECT_EQ(valueOf(*source, "Height"), "480");
@@ -167,8 +168,8 @@ TEST(FeatureWriter, findsOneIndexOfAField)
     EXPECT_TRUE(failures.empty());
     const auto nodes = source->nodesNamed("CounterValue");
     ASSERT_EQ(nodes.size(), 3u);
-    EXPECT_EQ(*FeatureValueText::format(*nodes[0]), "0");
-    EXPECT_EQ(*FeatureValueText::format(*nodes[1]), "77");
+    EXPECT_EQ(*ParameterKind::of(*nodes[0]).format(*nodes[0]), "0");
+    EXPECT_EQ(*ParameterKind::of(*nodes[1]).format(*nodes[1]), "77");
     failures = FeatureWriter(*source).apply({FeatureAssignment{"CounterValue", 9, "1", 0}});
     EXPECT_EQ(texts(failures), std::vector<std::string>{"Cannot set CounterValue[9] to 1: no such feature"});
 }

@@ -158,7 +158,7 @@ TEST(Qt4GenericModelTest, writeErrorsReachTheItemModel)
     QSignalSpy spy(model.get(), &Qt4GenericModel::errorReported);
     tree->root()->getCallback().lock()->setValue(tree->find("Frames"), boost::any(99ll));
     ASSERT_EQ(spy.count(), 1);
-    EXPECT_EQ(spy[0][0].toString(), QStringLiteral("Cannot set Frames: 99 is above the maximum 9"));
+    EXPECT_EQ(spy[0][0].toString(), QStringLiteral("Cannot set Frames to 99: 99 is above the maximum 9"));
 }
 
 TEST(Qt4GenericModelTest, modelWithoutRootShowsNothing)

@@ -227,14 +227,14 @@ TEST(InMemoryParameterTreeTest, refusedWritesChangeNothingAndReportWhy)
     EXPECT_EQ(text->getNodeValue(), "");
     EXPECT_TRUE(counter.names.empty());
     EXPECT_EQ(counter.errors, (std::vector<std::string>{
-                                  "Cannot set Width: 5000 is above the maximum 4096",
-                                  "Cannot set Width: 17 is not a multiple of the increment 16 from 16",
+                                  "Cannot set Width to 5000: 5000 is above the maximum 4096",
+                                  "Cannot set Width to 17: 17 is not a multiple of the increment 16 from 16",
                                   "Cannot set Width: expects a value of type long long",
-                                  "Cannot set Locked: the feature is read-only",
-                                  "Cannot set Later: the feature is not available",
-                                  "Cannot set Mode: the entry B is not available",
-                                  "Cannot set Mode: no entry has the value 30",
-                                  "Cannot set Text: the text is longer than 2 bytes",
+                                  "Cannot set Locked to 2: the feature is read-only",
+                                  "Cannot set Later to 2: the feature is not available",
+                                  "Cannot set Mode to B: the entry B is not available",
+                                  "Cannot set Mode to 30: no entry has the value 30",
+                                  "Cannot set Text to \"abc\": the text is longer than 2 bytes",
                               }));
     ASSERT_EQ(tree->calls().size(), 8u);
     for (const auto& call : tree->calls())
@@ -257,8 +257,9 @@ TEST(InMemoryParameterTreeTest, incrementIsCheckedAcrossTheWholeSignedRange)
     EXPECT_TRUE(writeThroughCallback(big, boost::any(max - 1)));
     EXPECT_EQ(big->getNodeValue(), max);
     EXPECT_EQ(counter.errors,
-              (std::vector<std::string>{"Cannot set Big: 9223372036854775806 is not a multiple of "
-                                        "the increment 3 from -9223372036854775808"}));
+              (std::vector<std::string>{
+                  "Cannot set Big to 9223372036854775806: 9223372036854775806 is not a multiple of "
+                  "the increment 3 from -9223372036854775808"}));
     tree->model()->removeObserver(&counter);
 }
 

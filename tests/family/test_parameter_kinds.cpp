@@ -1,14 +1,14 @@
-// Feature values as text and back: what value files and the command line write and read per kind.
-
-#include "FeatureValueText.h"
+// What the parameter kinds say of values: values as text and back (what value files and the command line
+// write and read), refusals, editor warnings, and the number texts they are made of.
 
 #include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/ParameterKind.h>
+#include <vorn/host/ParameterText.h>
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-using namespace vorn::browser;
 using namespace vorn::core::models;
 
 namespace {
@@ -23,7 +23,7 @@ protected:
     {
         boost::any value;
         std::string reason;
-        EXPECT_TRUE(FeatureValueText::parse(node, text, &value, &reason)) << text << ": " << reason;
+        EXPECT_TRUE(ParameterKind::of(node).parse(node, text, &value, &reason)) << text << ": " << reason;
         const T* typed = boost::any_cast<T>(&value);
         EXPECT_TRUE(typed) << text << " gives a " << value.type().name();
         return typed ? *typed : T();
@@ -32,7 +32,7 @@ protected:
     {
         boost::any value;
         std::string reason;
-        EXPECT_FALSE(FeatureValueText::parse(node, text, &value, &reason)) << text;
+        EXPECT_FALSE(ParameterKind::of(node).parse(node, text, &value, &reason)) << text;
         EXPECT_TRUE(value.empty());
         return reason;
     }
@@ -41,7 +41,7 @@ protected:
 TEST_F(ValueTextTest, integersReadInDecimalHexBinaryAndAddressForms)
 {
     auto width = tree->integer(tree->root(), "Width").value(-42).node();
-    EXPECT_EQ(*FeatureValueText::format(*width), "-42");
+    EXPECT_EQ(*ParameterKind::of(*width).format(*width), "-42");
     EXPECT_EQ(parsed<long long>(*width, "640"), 640);
     EXPECT_EQ(parsed<long long>(*width, " -17 "), -17);
     EXPECT_EQ(parsed<long long>(*width, "+5"), 5);
@@ -66,10 +66,10 @@ TEST_F(ValueTextTest, integersAreWrittenInTheFormTheirRepresentationSuggests)
     auto mac =
         tree->uint64(tree->root(), "Mac").representation(pirMACAddress).value(0x563412EFCDABull).node();
     auto check = tree->integer(tree->root(), "Enable").representation(pirBoolean).value(1).node();
-    EXPECT_EQ(*FeatureValueText::format(*hex), "0xff");
-    EXPECT_EQ(*FeatureValueText::format(*ip), "192.168.1.66");
-    EXPECT_EQ(*FeatureValueText::format(*mac), "0x563412efcdab");
-    EXPECT_EQ(*FeatureValueText::format(*check), "1");
+    EXPECT_EQ(*ParameterKind::of(*hex).format(*hex), "0xff");
+    EXPECT_EQ(*ParameterKind::of(*ip).format(*ip), "192.168.1.66");
+    EXPECT_EQ(*ParameterKind::of(*mac).format(*mac), "0x563412efcdab");
+    EXPECT_EQ(*ParameterKind::of(*check).format(*check), "1");
     // Each form reads back as the same number.
     EXPECT_EQ(parsed<long long>(*hex, "0xff"), 255);
     EXPECT_EQ(parsed<long long>(*ip, "192.168.1.66"), 0xC0A80142);
@@ -84,7 +84,7 @@ TEST_F(ValueTextTest, integersAreWrittenInTheFormTheirRepresentationSuggests)
 TEST_F(ValueTextTest, unsignedIntegersKeepTheirTopBit)
 {
     auto stamp = tree->uint64(tree->root(), "Stamp").value(18446744073709551615ull).node();
-    EXPECT_EQ(*FeatureValueText::format(*stamp), "18446744073709551615");
+    EXPECT_EQ(*ParameterKind::of(*stamp).format(*stamp), "18446744073709551615");
     EXPECT_EQ(parsed<unsigned long long>(*stamp, "18446744073709551615"), 18446744073709551615ull);
     EXPECT_EQ(parsed<unsigned long long>(*stamp, "0xffffffffffffffff"), 18446744073709551615ull);
     EXPECT_EQ(refusal(*stamp, "18446744073709551616"), "not an unsigned integer");
@@ -94,17 +94,17 @@ TEST_F(ValueTextTest, unsignedIntegersKeepTheirTopBit)
 TEST_F(ValueTextTest, floatsAreWrittenShortestAndReadBackExactly)
 {
     auto exposure = tree->floating(tree->root(), "Exposure").value(29.97).node();
-    EXPECT_EQ(*FeatureValueText::format(*exposure), "29.97");
+    EXPECT_EQ(*ParameterKind::of(*exposure).format(*exposure), "29.97");
     for (double v : {0.1, 1e-300, 123456789.125, -2.5, 1e6, 0.0}) {
         exposure->setNodeValue(v);
-        const std::string text = *FeatureValueText::format(*exposure);
+        const std::string text = *ParameterKind::of(*exposure).format(*exposure);
         EXPECT_EQ(parsed<double>(*exposure, text), v) << text;
     }
     // Whole numbers read best in plain digits, as far as a double holds them exactly.
-    EXPECT_EQ(FeatureValueText::floatText(1e7), "10000000");
-    EXPECT_EQ(FeatureValueText::floatText(-20.0), "-20");
-    EXPECT_EQ(FeatureValueText::floatText(1e15), "1e+15");
-    EXPECT_EQ(FeatureValueText::floatText(0.001), "0.001");
+    EXPECT_EQ(texts::exactFloatText(1e7), "10000000");
+    EXPECT_EQ(texts::exactFloatText(-20.0), "-20");
+    EXPECT_EQ(texts::exactFloatText(1e15), "1e+15");
+    EXPECT_EQ(texts::exactFloatText(0.001), "0.001");
     EXPECT_EQ(parsed<double>(*exposure, "2.5e3"), 2500.0);
     EXPECT_EQ(refusal(*exposure, "2,5"), "not a number");
     EXPECT_EQ(refusal(*exposure, "fast"), "not a number");
@@ -113,9 +113,9 @@ TEST_F(ValueTextTest, floatsAreWrittenShortestAndReadBackExactly)
 TEST_F(ValueTextTest, booleansAreTrueOrFalse)
 {
     auto flag = tree->boolean(tree->root(), "Flag").value(true).node();
-    EXPECT_EQ(*FeatureValueText::format(*flag), "true");
+    EXPECT_EQ(*ParameterKind::of(*flag).format(*flag), "true");
     flag->setValueSet(false);
-    EXPECT_EQ(*FeatureValueText::format(*flag), "false");
+    EXPECT_EQ(*ParameterKind::of(*flag).format(*flag), "false");
     for (const char* yes : {"true", "True", "1", "yes", "on"})
         EXPECT_TRUE(parsed<bool>(*flag, yes)) << yes;
     for (const char* no : {"false", "0", "no", "OFF"})
@@ -131,7 +131,7 @@ TEST_F(ValueTextTest, enumerationsGoBySymbolicNameAndReadShownNamesAndNumbersToo
                       .entry("Mono16", 18, "Mono 16", peamNotAvailable)
                       .value("RGB8")
                       .node();
-    EXPECT_EQ(*FeatureValueText::format(*format), "RGB8");
+    EXPECT_EQ(*ParameterKind::of(*format).format(*format), "RGB8");
     EXPECT_EQ(parsed<long long>(*format, "Mono8"), 17);
     EXPECT_EQ(parsed<long long>(*format, "RGB 8"), 35);
     EXPECT_EQ(parsed<long long>(*format, "rgb8"), 35);
@@ -141,27 +141,30 @@ TEST_F(ValueTextTest, enumerationsGoBySymbolicNameAndReadShownNamesAndNumbersToo
     EXPECT_EQ(refusal(*format, "Mono99"), "no such entry (the entries are Mono8, RGB8, Mono16)");
     // A value that names no entry cannot be written back.
     format->setNodeIntValue(99);
-    EXPECT_FALSE(FeatureValueText::format(*format));
+    EXPECT_FALSE(ParameterKind::of(*format).format(*format));
 }
 
-TEST_F(ValueTextTest, stringsAreTakenAsWrittenUpToTheirLength)
+TEST_F(ValueTextTest, stringsAreTakenAsWrittenAndTheTreeChecksTheirLength)
 {
     auto id = tree->string(tree->root(), "UserID").value("cam = 1").maxLength(8).node();
-    EXPECT_EQ(*FeatureValueText::format(*id), "cam = 1");
+    const ParameterKind& kind = ParameterKind::of(*id);
+    EXPECT_EQ(*kind.format(*id), "cam = 1");
     EXPECT_EQ(parsed<std::string>(*id, " two  "), " two  ");
     EXPECT_EQ(parsed<std::string>(*id, ""), "");
-    EXPECT_EQ(refusal(*id, "123456789"), "longer than 8 characters");
+    EXPECT_EQ(parsed<std::string>(*id, "123456789"), "123456789");
+    EXPECT_EQ(kind.refusal(std::string("123456789"), kind.limits(*id)), "the text is longer than 8 bytes");
+    EXPECT_EQ(kind.refusal(std::string("12345678"), kind.limits(*id)), "");
 }
 
 TEST_F(ValueTextTest, commandsTakeNoValueAndHaveNone)
 {
     auto start = tree->command(tree->root(), "AcquisitionStart").node();
-    EXPECT_FALSE(FeatureValueText::format(*start));
+    EXPECT_FALSE(ParameterKind::of(*start).format(*start));
     boost::any value = 1;
     std::string reason;
-    EXPECT_TRUE(FeatureValueText::parse(*start, "", &value, &reason));
+    EXPECT_TRUE(ParameterKind::of(*start).parse(*start, "", &value, &reason));
     EXPECT_TRUE(value.empty());
-    EXPECT_TRUE(FeatureValueText::parse(*start, "Execute", &value, &reason));
+    EXPECT_TRUE(ParameterKind::of(*start).parse(*start, "Execute", &value, &reason));
     EXPECT_EQ(refusal(*start, "now"), "a command takes no value (write Name= or Name=execute)");
 }
 
@@ -169,8 +172,8 @@ TEST_F(ValueTextTest, categoriesAndValuesThatCouldNotBeReadHaveNoText)
 {
     auto category = tree->category(tree->root(), "Control").node();
     auto lost = tree->integer(category, "Gain").value(3).dataValid(false).node();
-    EXPECT_FALSE(FeatureValueText::format(*category));
-    EXPECT_FALSE(FeatureValueText::format(*lost));
+    EXPECT_FALSE(ParameterKind::of(*category).format(*category));
+    EXPECT_FALSE(ParameterKind::of(*lost).format(*lost));
     EXPECT_EQ(refusal(*category, "1"), "a category has no value");
 }
 
