@@ -1,5 +1,7 @@
 #include "BrowserWindow.h"
 
+#include "FeatureIndex.h"
+
 #include "DeviceDialog.h"
 #include "ElidedLabel.h"
 #include "FeatureDetailsPane.h"
@@ -358,9 +360,7 @@ boost::shared_ptr<core::models::MvParametersEntryNode> BrowserWindow::currentFea
 {
     if (!m_models || !m_view->selectionModel())
         return nullptr;
-    auto* row = dynamic_cast<core::Qt4GenericModelNode*>(
-        core::Qt4GenericTreeView::nodeAt(m_view->selectionModel()->currentIndex()));
-    return row ? boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(row->node()) : nullptr;
+    return featureAt(m_view->selectionModel()->currentIndex());
 }
 
 void BrowserWindow::showCurrentFeature()
@@ -379,9 +379,7 @@ bool BrowserWindow::selectFeature(const QString& name)
         pending.erase(pending.begin());
         for (int row = 0; row < model->rowCount(parent); ++row) {
             const QModelIndex index = model->index(row, 0, parent);
-            auto* node = dynamic_cast<core::Qt4GenericModelNode*>(core::Qt4GenericTreeView::nodeAt(index));
-            auto entry = node ? boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(node->node())
-                              : nullptr;
+            const auto entry = featureAt(index);
             if (entry && QString::fromStdString(entry->getName()) == name) {
                 for (QModelIndex above = parent; above.isValid(); above = above.parent())
                     m_view->expand(above);

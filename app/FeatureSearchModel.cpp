@@ -1,5 +1,7 @@
 #include "FeatureSearchModel.h"
 
+#include "FeatureIndex.h"
+
 #include <vorn/host/MvParametersEntryNode.h>
 #include <vorn/host/Qt4GenericModelNode.h>
 
@@ -38,10 +40,7 @@ bool FeatureSearchModel::matches(const QModelIndex& sourceIndex) const
     if (sourceIndex.data(Qt::DisplayRole).toString().contains(m_text, Qt::CaseInsensitive))
         return true;
     // The feature name ("ExposureTime") also finds a row that shows its display name ("Exposure Time").
-    const auto row = boost::dynamic_pointer_cast<core::Qt4GenericModelNode>(
-        sourceIndex.data(Qt::UserRole).value<core::Qt4AbstractModelNodePtr>());
-    const auto entry = row ? boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(row->node())
-                           : boost::shared_ptr<core::models::MvParametersEntryNode>();
+    const auto entry = featureAt(sourceIndex);
     return entry && QString::fromLatin1(entry->getName().c_str()).contains(m_text, Qt::CaseInsensitive);
 }
 

@@ -3,6 +3,7 @@
 #include <vorn/host/MvParametersEntryNode.h>
 
 #include <functional>
+#include <vector>
 
 namespace vorn {
 namespace browser {
@@ -15,22 +16,31 @@ public:
     using EntryPtr = boost::shared_ptr<core::models::MvParametersEntryNode>;
     using Visitor = std::function<void(const EntryPtr& node, int depth)>;
 
-    static void forEach(const EntryPtr& start, const Visitor& visit) { walk(start, 0, visit); }
-
-private:
-    static void walk(const EntryPtr& parent, int depth, const Visitor& visit)
+    // Iterative: how deep a tree goes is up to the description it comes from.
+    static void forEach(const EntryPtr& start, const Visitor& visit)
     {
-        if (!parent)
+        if (!start)
             return;
-        const auto children = parent->getChildNodesEntryNode();
-        if (!children)
-            return;
-        for (const auto& child : children->children()) {
-            auto entry = boost::dynamic_pointer_cast<core::models::MvParametersEntryNode>(child);
-            if (!entry)
+        struct Level
+        {
+            boost::shared_ptr<core::models::MvParametersEntryNode::ChildNodesEntryNode> children;
+            std::size_t next;
+        };
+        std::vector<Level> path;
+        if (auto children = start->getChildNodesEntryNode())
+            path.push_back(Level{children, 0});
+        while (!path.empty()) {
+            Level& level = path.back();
+            if (level.next >= level.children->childCount()) {
+                path.pop_back();
                 continue;
-            visit(entry, depth);
-            walk(entry, depth + 1, visit);
+            }
+            // Every child of a parameter node is a parameter node.
+            const auto entry = boost::static_pointer_cast<core::models::MvParametersEntryNode>(
+                level.children->child(level.next++));
+            visit(entry, static_cast<int>(path.size()) - 1);
+            if (auto children = entry->getChildNodesEntryNode())
+                path.push_back(Level{children, 0});
         }
     }
 };

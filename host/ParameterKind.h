@@ -120,6 +120,9 @@ public:
     // Whether a parameter of the kind holds a value that can be read and set (every kind but categories,
     // commands and plain entries).
     bool holdsValue() const { return m_holdsValue; }
+    // Whether a parameter of the kind takes writes at all: values, and the executions of commands.
+    // Categories and plain entries refuse every write.
+    bool takesWrites() const { return m_holdsValue || m_id == ParameterKindId::Command; }
 
     // ----- the tree's side: nodes, their values and limits -----
 
@@ -140,6 +143,11 @@ public:
     void apply(MvParametersEntryNode& node, const ParameterState& state) const;
 
     // ----- writes -----
+
+    // Whether the node's access mode lets a write through now: read/write, or read/write while its last
+    // read succeeded (a command runs whenever it can be started; its data-valid flag says nothing about
+    // that).
+    virtual bool writable(const MvParametersEntryNode& node) const;
 
     // Why value may not be written to a parameter of the kind with these limits, or nothing: a value of
     // the wrong type ("expects a value of type long long"), out of range ("5 is below the minimum 16"),

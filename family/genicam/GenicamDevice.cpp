@@ -397,7 +397,7 @@ std::string GenicamDevice::write(int index, const boost::any& value)
     const FeatureLayout& f = m_layout.features[index];
     const ParameterKind& kind = f.parameterKind();
     const Binding& b = m_bindings[index];
-    if (!kind.holdsValue() && kind.id() != ParameterKindId::Command)
+    if (!kind.takesWrites())
         return kind.refusal(value, ParameterLimits());
 
     AccessClock clock(m_accessStarted);
@@ -606,8 +606,8 @@ GenicamDevice::Clock::time_point GenicamDevice::nextDeadline() const
     if (m_errors.lost())
         return deadline;
     for (std::size_t i = 0; i < m_bindings.size(); ++i) {
-        const bool polled = m_layout.features[i].pollingMs > 0 ||
-                            (m_layout.features[i].kind == ParameterKindId::Command && m_published[i].active);
+        // A command is read again while it runs.
+        const bool polled = m_layout.features[i].pollingMs > 0 || m_published[i].active;
         if (polled)
             deadline = std::min(deadline, m_bindings[i].due);
     }
@@ -627,7 +627,7 @@ void GenicamDevice::runTimers()
     std::vector<int> due;
     for (std::size_t i = 0; i < m_bindings.size(); ++i) {
         int period = m_layout.features[i].pollingMs;
-        if (period <= 0 && m_layout.features[i].kind == ParameterKindId::Command && m_published[i].active)
+        if (period <= 0 && m_published[i].active)
             period = kCommandPollMs;
         if (period <= 0)
             continue;

@@ -185,30 +185,22 @@ std::string InMemoryParameterTree::apply(const boost::shared_ptr<MvParametersEnt
     if (!node)
         return "no node given";
     const ParameterKind& kind = ParameterKind::of(*node);
-    // A command runs whenever it can be started; its data-valid flag says nothing about that.
-    const ParameterEntryAccessMode mode = node->getAccessMode();
-    const bool writable = kind.id() == ParameterKindId::Command
-                              ? (mode == peamReadWrite || mode == peamReadWriteIfValid)
-                              : node->isWritable();
-    if (!writable) {
-        const std::string reason = ParameterKind::accessRefusal(mode);
+    if (!kind.writable(*node)) {
+        const std::string reason = ParameterKind::accessRefusal(node->getAccessMode());
         // Editable in principle, but its value could not be read: the tree does not take the write.
         return reason.empty() ? "the feature is not available" : reason;
     }
     const std::string reason = kind.refusal(value, kind.limits(*node));
     if (!reason.empty())
         return reason;
-    if (kind.id() == ParameterKindId::Command) {
-        auto command = boost::static_pointer_cast<MvParametersCommandNode>(node);
-        for (const auto& entry : m_actions) {
-            if (entry.first == command.get() && entry.second) {
-                entry.second(command);
-                break;
-            }
-        }
-        return std::string();
-    }
     kind.setValue(*node, fromAny(value));
+    // An execution runs what the host gave the command to do (only commands have actions).
+    for (const auto& entry : m_actions) {
+        if (entry.first == node.get() && entry.second) {
+            entry.second(boost::static_pointer_cast<MvParametersCommandNode>(node));
+            break;
+        }
+    }
     return std::string();
 }
 

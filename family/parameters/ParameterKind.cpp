@@ -153,6 +153,11 @@ void ParameterKind::setActive(MvParametersEntryNode&, bool) const {}
 
 void ParameterKind::setPresentation(MvParametersEntryNode&, const ParameterPresentation&) const {}
 
+bool ParameterKind::writable(const MvParametersEntryNode& node) const
+{
+    return node.isWritable();
+}
+
 std::string ParameterKind::refusal(const boost::any&, const ParameterLimits&) const
 {
     return "the feature holds no value";

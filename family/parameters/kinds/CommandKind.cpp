@@ -27,6 +27,12 @@ public:
         static_cast<MvParametersCommandNode&>(node).setActive(active);
     }
 
+    bool writable(const MvParametersEntryNode& node) const override
+    {
+        const ParameterEntryAccessMode mode = node.getAccessMode();
+        return mode == peamReadWrite || mode == peamReadWriteIfValid;
+    }
+
     // An execution travels as an empty value.
     std::string refusal(const boost::any& value, const ParameterLimits&) const override
     {
