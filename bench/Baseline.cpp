@@ -1,14 +1,16 @@
 #include "Baseline.h"
 
-#include <vorn/models/private/IntegerRowSupport.h>
-#include <vorn/models/private/ValueRowSupport.h>
-
+#include <vorn/host/MvParametersBooleanNode.h>
 #include <vorn/host/MvParametersCategoryNode.h>
 #include <vorn/host/MvParametersCommandNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+#include <vorn/host/MvParametersFloatNode.h>
 #include <vorn/host/MvParametersIntegerNode.h>
 #include <vorn/host/MvParametersStringNode.h>
 #include <vorn/host/MvParametersUInt64Node.h>
+#include <vorn/host/ParameterText.h>
 
+#include <QApplication>
 #include <QColor>
 #include <QIcon>
 #include <QSize>
@@ -18,6 +20,7 @@ namespace bench {
 
 using namespace core;
 using namespace core::models;
+namespace texts = core::models::texts;
 
 namespace {
 
@@ -51,6 +54,28 @@ struct Looks
     QSize commandRowSize{-1, 17};
 };
 
+// Parameter texts are 8-bit strings whose bytes are Latin-1 characters.
+QString text(const std::string& s)
+{
+    return QString::fromLatin1(s.data(), static_cast<int>(s.size()));
+}
+
+QString floatText(const MvParametersFloatNode& f)
+{
+    if (!f.getDataValid())
+        return QString();
+    return text(texts::floatText(f.getNodeValue()) + (f.getUnit().empty() ? "" : " " + f.getUnit()));
+}
+
+QString enumerationText(const MvParametersEnumerationNode& e)
+{
+    if (!e.getDataValid())
+        return QString();
+    if (auto entry = e.getEnumEntryNodesEntry(e.getNodeValue()))
+        return text(entry->getDisplayName());
+    return QStringLiteral("illegal enum value (%1)").arg(e.getNodeIntValue());
+}
+
 template <class Node>
 void fillInteger(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node, QStandardItem* value,
                  bool& checkable)
@@ -62,7 +87,7 @@ void fillInteger(const Looks& looks, const boost::shared_ptr<GenericModelNode>& 
     else if (representation == pirBoolean)
         value->setCheckState(n->getNodeValue() != 0 ? Qt::Checked : Qt::Unchecked);
     else
-        value->setText(rows::integerText(n->getNodeValue(), representation, n->getUnit()));
+        value->setText(text(texts::integerText(n->getNodeValue(), n->getRepresentation(), n->getUnit())));
     const bool fixed =
         representation == pirHexNumber || representation == pirIPV4Address || representation == pirMACAddress;
     value->setFont(fixed ? looks.fixedBold : looks.bold);
@@ -73,8 +98,8 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
              QStandardItem* value)
 {
     const auto& entry = static_cast<const MvParametersEntryNode&>(*node);
-    const QString toolTip = rows::text(entry.getToolTip());
-    name->setText(rows::text(entry.getDisplayName()));
+    const QString toolTip = text(entry.getToolTip());
+    name->setText(text(entry.getDisplayName()));
     name->setToolTip(toolTip);
     value->setToolTip(toolTip);
 
@@ -87,7 +112,7 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
     case pntString:
         name->setIcon(looks.string);
         name->setFont(looks.plain);
-        value->setText(rows::text(boost::static_pointer_cast<MvParametersStringNode>(node)->getNodeValue()));
+        value->setText(text(boost::static_pointer_cast<MvParametersStringNode>(node)->getNodeValue()));
         value->setFont(looks.fixedBold);
         break;
     case pntInteger:
@@ -103,11 +128,11 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
     case pntFloat:
         name->setIcon(looks.floating);
         name->setFont(looks.plain);
-        value->setData(rows::floatDisplay(node, false), Qt::DisplayRole);
+        value->setText(floatText(static_cast<const MvParametersFloatNode&>(*node)));
         value->setFont(looks.bold);
         break;
     case pntBoolean: {
-        auto b = rows::booleanOf(node);
+        auto b = boost::static_pointer_cast<MvParametersBooleanNode>(node);
         name->setIcon(looks.boolean);
         name->setFont(looks.plain);
         if (b->getDataValid())
@@ -121,7 +146,7 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
     case pntEnumeration:
         name->setIcon(looks.enumeration);
         name->setFont(looks.plain);
-        value->setData(rows::enumerationDisplay(node), Qt::DisplayRole);
+        value->setText(enumerationText(static_cast<const MvParametersEnumerationNode&>(*node)));
         value->setFont(looks.bold);
         break;
     case pntCommand:

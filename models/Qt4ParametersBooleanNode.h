@@ -1,34 +1,16 @@
 #pragma once
 
+#include <vorn/models/Qt4ParameterRows.h>
 #include <vorn/models/Qt4ParametersModelNode.h>
 
 namespace vorn {
 namespace core {
 
 // The row of a boolean feature: a check box in the value column that writes through the tree.
-class VORN_PARAMETERSQT4_API Qt4ParametersBooleanNode : public Qt4ParametersModelNode
+class VORN_PARAMETERSQT4_API Qt4ParametersBooleanNode
+    : public rows::BooleanRow<Qt4ParametersModelNode, Qt4ParametersBooleanNode>
 {
-public:
-    using Qt4ParametersModelNode::Qt4ParametersModelNode;
-    ~Qt4ParametersBooleanNode() override;
-
-    static boost::shared_ptr<Qt4ParametersBooleanNode> create(boost::shared_ptr<GenericModel> model,
-                                                              boost::shared_ptr<GenericModelNode> node,
-                                                              const boost::any& data);
-    static boost::shared_ptr<Qt4ParametersBooleanNode> create(boost::shared_ptr<GenericModel> model,
-                                                              boost::shared_ptr<GenericModelNode> node,
-                                                              boost::shared_ptr<GenericModelNode> parentNode,
-                                                              const boost::any& data);
-
-    void postInsert() override;
-    void setCheckedState(int column, Qt::CheckState state) override;
-    QVariant dataDisplayRole(int column) override;
-    QVariant dataDecorationRole(int column) override;
-    QVariant dataCheckStateRole(int column) override;
-    bool isUserCheckable(int column) override;
-
-private:
-    QVariant m_icon;
+    using BooleanRow::BooleanRow;
 };
 
 } // namespace core

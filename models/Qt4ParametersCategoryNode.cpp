@@ -1,27 +1,11 @@
 #include <vorn/models/Qt4ParametersCategoryNode.h>
 
-#include <vorn/models/private/ParameterRowSupport.h>
-#include <vorn/models/private/RowFactory.h>
+#include <vorn/models/private/RowAnswers.h>
 
 namespace vorn {
 namespace core {
 
 Qt4ParametersCategoryNode::~Qt4ParametersCategoryNode() = default;
-
-boost::shared_ptr<Qt4ParametersCategoryNode>
-Qt4ParametersCategoryNode::create(boost::shared_ptr<GenericModel> model,
-                                  boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-{
-    return rows::createRow<Qt4ParametersCategoryNode>(model, node, data);
-}
-
-boost::shared_ptr<Qt4ParametersCategoryNode>
-Qt4ParametersCategoryNode::create(boost::shared_ptr<GenericModel> model,
-                                  boost::shared_ptr<GenericModelNode> node,
-                                  boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
-{
-    return rows::createRow<Qt4ParametersCategoryNode>(model, node, parentNode, data);
-}
 
 void Qt4ParametersCategoryNode::postInsert()
 {
@@ -29,6 +13,7 @@ void Qt4ParametersCategoryNode::postInsert()
     m_font = rows::rowFonts().bold;
 }
 
+// Only the name has a font of its own; the value column has none.
 QVariant Qt4ParametersCategoryNode::dataFontRole(int column)
 {
     return column == 0 ? m_font : QVariant();

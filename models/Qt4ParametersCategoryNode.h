@@ -1,24 +1,18 @@
 #pragma once
 
+#include <vorn/models/Qt4ParameterRows.h>
 #include <vorn/models/Qt4ParametersModelNode.h>
 
 namespace vorn {
 namespace core {
 
 // The row of a category: a bold name that spans both columns.
-class VORN_PARAMETERSQT4_API Qt4ParametersCategoryNode : public Qt4ParametersModelNode
+class VORN_PARAMETERSQT4_API Qt4ParametersCategoryNode
+    : public rows::Row<Qt4ParametersModelNode, Qt4ParametersCategoryNode>
 {
 public:
-    using Qt4ParametersModelNode::Qt4ParametersModelNode;
+    using Row::Row;
     ~Qt4ParametersCategoryNode() override;
-
-    static boost::shared_ptr<Qt4ParametersCategoryNode> create(boost::shared_ptr<GenericModel> model,
-                                                               boost::shared_ptr<GenericModelNode> node,
-                                                               const boost::any& data);
-    static boost::shared_ptr<Qt4ParametersCategoryNode> create(boost::shared_ptr<GenericModel> model,
-                                                               boost::shared_ptr<GenericModelNode> node,
-                                                               boost::shared_ptr<GenericModelNode> parentNode,
-                                                               const boost::any& data);
 
     void postInsert() override;
     QVariant dataFontRole(int column) override;

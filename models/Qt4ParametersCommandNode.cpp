@@ -1,7 +1,7 @@
 #include <vorn/models/Qt4ParametersCommandNode.h>
 
 #include <vorn/delegate/CenteredCommandButton.h>
-#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowAnswers.h>
 #include <vorn/models/private/RowFactory.h>
 
 #include <vorn/host/MvParametersCommandNode.h>

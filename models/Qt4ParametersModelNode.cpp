@@ -9,7 +9,7 @@
 #include <vorn/models/Qt4ParametersIntegerNode.h>
 #include <vorn/models/Qt4ParametersStringNode.h>
 #include <vorn/models/Qt4ParametersUInt64Node.h>
-#include <vorn/models/private/ParameterRowSupport.h>
+#include <vorn/models/private/RowAnswers.h>
 #include <vorn/models/private/RowFactory.h>
 
 #include <QSize>

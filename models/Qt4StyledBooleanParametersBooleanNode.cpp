@@ -1,26 +1,11 @@
 #include <vorn/models/Qt4StyledBooleanParametersBooleanNode.h>
 
-#include <vorn/models/private/RowFactory.h>
-#include <vorn/models/private/StyledRowSupport.h>
-#include <vorn/models/private/ValueRowSupport.h>
+#include <vorn/models/private/ValueTexts.h>
 
 namespace vorn {
 namespace core {
 
 Qt4StyledBooleanParametersBooleanNode::~Qt4StyledBooleanParametersBooleanNode() = default;
-
-boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode> Qt4StyledBooleanParametersBooleanNode::create(
-    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledBooleanParametersBooleanNode>(model, node, data);
-}
-
-boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode> Qt4StyledBooleanParametersBooleanNode::create(
-    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-    boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledBooleanParametersBooleanNode>(model, node, parentNode, data);
-}
 
 void Qt4StyledBooleanParametersBooleanNode::postInsert()
 {

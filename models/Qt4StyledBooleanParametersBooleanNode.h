@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vorn/models/Qt4ParameterRows.h>
 #include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
 
 namespace vorn {
@@ -8,18 +9,11 @@ namespace core {
 // The "Events" row of a boolean: a check box in the name column, bold while the flag is set. The
 // icon it loads is never shown: this model has no icons.
 class VORN_PARAMETERSQT4_API Qt4StyledBooleanParametersBooleanNode
-    : public Qt4StyledBooleanParametersModelNode
+    : public rows::Row<Qt4StyledBooleanParametersModelNode, Qt4StyledBooleanParametersBooleanNode>
 {
 public:
-    using Qt4StyledBooleanParametersModelNode::Qt4StyledBooleanParametersModelNode;
+    using Row::Row;
     ~Qt4StyledBooleanParametersBooleanNode() override;
-
-    static boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode>
-    create(boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-           const boost::any& data);
-    static boost::shared_ptr<Qt4StyledBooleanParametersBooleanNode>
-    create(boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-           boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data);
 
     void postInsert() override;
     void setCheckedState(int column, Qt::CheckState state) override;

@@ -4,92 +4,14 @@
 #include <vorn/models/Qt4StyledBooleanParametersCategoryNode.h>
 #include <vorn/models/Qt4StyledBooleanParametersEntryNode.h>
 #include <vorn/models/private/RowFactory.h>
-#include <vorn/models/private/StyledRowSupport.h>
-
-#include <QSize>
+#include <vorn/models/private/RowTemplates.h>
 
 namespace vorn {
 namespace core {
 
 using namespace models;
 
-Qt4StyledBooleanParametersModelNode::Qt4StyledBooleanParametersModelNode(
-    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-    : Qt4GenericModelNode(std::move(model), std::move(node), data)
-{}
-
-Qt4StyledBooleanParametersModelNode::Qt4StyledBooleanParametersModelNode(
-    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-    boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
-    : Qt4GenericModelNode(std::move(model), std::move(node), std::move(parentNode), data)
-{}
-
 Qt4StyledBooleanParametersModelNode::~Qt4StyledBooleanParametersModelNode() = default;
-
-boost::shared_ptr<Qt4StyledBooleanParametersModelNode>
-Qt4StyledBooleanParametersModelNode::create(boost::shared_ptr<GenericModel> model,
-                                            boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledBooleanParametersModelNode>(model, node, data);
-}
-
-boost::shared_ptr<Qt4StyledBooleanParametersModelNode> Qt4StyledBooleanParametersModelNode::create(
-    boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-    boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledBooleanParametersModelNode>(model, node, parentNode, data);
-}
-
-QVariant Qt4StyledBooleanParametersModelNode::dataDisplayRole(int column)
-{
-    return rows::entryName(node(), column);
-}
-
-QVariant Qt4StyledBooleanParametersModelNode::dataFontRole(int)
-{
-    return rows::rowFonts().plain;
-}
-
-QVariant Qt4StyledBooleanParametersModelNode::dataToolTipRole(int)
-{
-    return rows::entryToolTip(node());
-}
-
-QVariant Qt4StyledBooleanParametersModelNode::dataSizeHintRole(int)
-{
-    return QSize(-1, 16);
-}
-
-QVariant Qt4StyledBooleanParametersModelNode::dataBranchBackgroundRole(int)
-{
-    return QVariant();
-}
-
-bool Qt4StyledBooleanParametersModelNode::isEnabled(int column)
-{
-    return column == 0 || rows::valueEditable(node(), column);
-}
-
-bool Qt4StyledBooleanParametersModelNode::isReadOnly(int column)
-{
-    return column == 0 || !rows::valueEditable(node(), column);
-}
-
-bool Qt4StyledBooleanParametersModelNode::isSelectable(int)
-{
-    return true;
-}
-
-bool Qt4StyledBooleanParametersModelNode::isGridEnabled(int)
-{
-    return true;
-}
-
-void Qt4StyledBooleanParametersModelNode::setupChildren()
-{
-    if (node())
-        Qt4GenericModelNode::setupChildren(rows::childContainerOf(node()));
-}
 
 namespace {
 
@@ -127,6 +49,8 @@ Qt4StyledBooleanParametersModelNode::do_create(boost::shared_ptr<GenericModelNod
 {
     return createEventRow(node, genericModel(), node, data);
 }
+
+template class rows::StyledBaseRow<Qt4StyledBooleanParametersModelNode, 16>;
 
 } // namespace core
 } // namespace vorn

@@ -1,30 +1,17 @@
 #pragma once
 
+#include <vorn/models/Qt4ParameterRows.h>
 #include <vorn/models/Qt4StyledParametersModelNode.h>
 
 namespace vorn {
 namespace core {
 
 // The styled row of an enumeration: the display name of the current entry.
-class VORN_PARAMETERSQT4_API Qt4StyledParametersEnumerationNode : public Qt4StyledParametersModelNode
+class VORN_PARAMETERSQT4_API Qt4StyledParametersEnumerationNode
+    : public rows::ValueRow<Qt4StyledParametersModelNode, Qt4StyledParametersEnumerationNode,
+                            rows::ValueText::Enumeration>
 {
-public:
-    using Qt4StyledParametersModelNode::Qt4StyledParametersModelNode;
-    ~Qt4StyledParametersEnumerationNode() override;
-
-    static boost::shared_ptr<Qt4StyledParametersEnumerationNode>
-    create(boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-           const boost::any& data);
-    static boost::shared_ptr<Qt4StyledParametersEnumerationNode>
-    create(boost::shared_ptr<GenericModel> model, boost::shared_ptr<GenericModelNode> node,
-           boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data);
-
-    void postInsert() override;
-    QVariant dataDisplayRole(int column) override;
-    QVariant dataDecorationRole(int column) override;
-
-private:
-    QVariant m_icon;
+    using ValueRow::ValueRow;
 };
 
 } // namespace core

@@ -1,6 +1,6 @@
 #include <vorn/models/Qt4StyledParametersModel.h>
 
-#include <vorn/models/private/StyledRowSupport.h>
+#include <vorn/models/private/RowAnswers.h>
 
 namespace vorn {
 namespace core {

@@ -10,93 +10,12 @@
 #include <vorn/models/Qt4StyledParametersStringNode.h>
 #include <vorn/models/Qt4StyledParametersUInt64Node.h>
 #include <vorn/models/private/RowFactory.h>
-#include <vorn/models/private/StyledRowSupport.h>
-
-#include <QSize>
+#include <vorn/models/private/RowTemplates.h>
 
 namespace vorn {
 namespace core {
 
-Qt4StyledParametersModelNode::Qt4StyledParametersModelNode(boost::shared_ptr<GenericModel> model,
-                                                           boost::shared_ptr<GenericModelNode> node,
-                                                           const boost::any& data)
-    : Qt4GenericModelNode(std::move(model), std::move(node), data)
-{}
-
-Qt4StyledParametersModelNode::Qt4StyledParametersModelNode(boost::shared_ptr<GenericModel> model,
-                                                           boost::shared_ptr<GenericModelNode> node,
-                                                           boost::shared_ptr<GenericModelNode> parentNode,
-                                                           const boost::any& data)
-    : Qt4GenericModelNode(std::move(model), std::move(node), std::move(parentNode), data)
-{}
-
 Qt4StyledParametersModelNode::~Qt4StyledParametersModelNode() = default;
-
-boost::shared_ptr<Qt4StyledParametersModelNode>
-Qt4StyledParametersModelNode::create(boost::shared_ptr<GenericModel> model,
-                                     boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledParametersModelNode>(model, node, data);
-}
-
-boost::shared_ptr<Qt4StyledParametersModelNode>
-Qt4StyledParametersModelNode::create(boost::shared_ptr<GenericModel> model,
-                                     boost::shared_ptr<GenericModelNode> node,
-                                     boost::shared_ptr<GenericModelNode> parentNode, const boost::any& data)
-{
-    return rows::createRow<Qt4StyledParametersModelNode>(model, node, parentNode, data);
-}
-
-QVariant Qt4StyledParametersModelNode::dataDisplayRole(int column)
-{
-    return rows::entryName(node(), column);
-}
-
-QVariant Qt4StyledParametersModelNode::dataFontRole(int)
-{
-    return rows::rowFonts().plain;
-}
-
-QVariant Qt4StyledParametersModelNode::dataToolTipRole(int)
-{
-    return rows::entryToolTip(node());
-}
-
-QVariant Qt4StyledParametersModelNode::dataSizeHintRole(int)
-{
-    return QSize(-1, 17);
-}
-
-QVariant Qt4StyledParametersModelNode::dataBranchBackgroundRole(int)
-{
-    return QVariant();
-}
-
-bool Qt4StyledParametersModelNode::isEnabled(int column)
-{
-    return column == 0 || rows::valueEditable(node(), column);
-}
-
-bool Qt4StyledParametersModelNode::isReadOnly(int column)
-{
-    return column == 0 || !rows::valueEditable(node(), column);
-}
-
-bool Qt4StyledParametersModelNode::isSelectable(int)
-{
-    return true;
-}
-
-bool Qt4StyledParametersModelNode::isGridEnabled(int)
-{
-    return true;
-}
-
-void Qt4StyledParametersModelNode::setupChildren()
-{
-    if (node())
-        Qt4GenericModelNode::setupChildren(rows::childContainerOf(node()));
-}
 
 namespace {
 
@@ -128,6 +47,8 @@ Qt4StyledParametersModelNode::do_create(boost::shared_ptr<GenericModelNode> node
 {
     return rows::createRowFor<StyledRows>(node, genericModel(), node, data);
 }
+
+template class rows::StyledBaseRow<Qt4StyledParametersModelNode, 17>;
 
 } // namespace core
 } // namespace vorn

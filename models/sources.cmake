@@ -11,7 +11,8 @@ set(models_public_headers
   Qt4StyledBooleanParametersModel.h Qt4StyledBooleanParametersModelNode.h
   Qt4StyledBooleanParametersEntryNode.h Qt4StyledBooleanParametersCategoryNode.h
   Qt4StyledBooleanParametersBooleanNode.h
-  IntegerDetails.h IntegerViewModeKey.h)
+  Qt4ParameterRows.h IntegerDetails.h IntegerViewModeKey.h)
+list(APPEND VORN_QT4_SOURCES models/Qt4ParameterRows.cpp)
 vorn_public_headers(models ${models_public_headers})
 foreach(header ${models_public_headers})
   list(APPEND VORN_QT4_SOURCES models/${header})
@@ -21,10 +22,8 @@ foreach(header ${models_public_headers})
   endif()
 endforeach()
 list(APPEND VORN_QT4_SOURCES
-  models/IntegerDetails.h
-  models/private/IntegerRowSupport.h
-  models/IntegerViewModeKey.h
-  models/private/ParameterRowSupport.h
+  models/private/RowAnswers.h
   models/private/RowFactory.h
-  models/private/StyledRowSupport.h
-  models/private/ValueRowSupport.h)
+  models/private/RowTemplates.h
+  models/private/RowText.h
+  models/private/ValueTexts.h)

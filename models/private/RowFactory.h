@@ -1,8 +1,7 @@
 #pragma once
 
-// How rows are made: every row class's create() constructs the row, takes it into a shared pointer
-// (which wires the shared-this link) and lets the framework finish it; the node factories of the two
-// two-column families pick the row class by the parameter node's exact type id.
+// How the root rows and the command row are made, and how the node factories of the two two-column
+// families pick the row class by the parameter node's exact type id.
 
 #include <vorn/host/MvParametersBooleanNode.h>
 #include <vorn/host/MvParametersCategoryNode.h>
@@ -18,9 +17,11 @@ namespace vorn {
 namespace core {
 namespace rows {
 
-template <class Row, class... Args> boost::shared_ptr<Row> createRow(const Args&... args)
+// Constructs the row, takes it into a shared pointer (which wires the shared-this link) and lets the
+// framework finish it.
+template <class Row, class... Args> boost::shared_ptr<Row> createRow(Args&&... args)
 {
-    boost::shared_ptr<Row> row(new Row(args...));
+    boost::shared_ptr<Row> row(new Row(std::forward<Args>(args)...));
     row->postConstruct();
     return row;
 }

@@ -1,7 +1,10 @@
-// The rows write numbers with their own fast conversions; these must give exactly the texts of the
-// string class's conversions that the rows' texts are defined by.
-#include <vorn/models/private/ParameterRowSupport.h>
+// The rows and the parameter kinds write numbers with their own fast conversions, without Qt; these
+// must give exactly the texts of the string class's conversions that the rows' texts are defined by.
+#include <vorn/models/private/ValueTexts.h>
 
+#include <vorn/host/ParameterText.h>
+
+#include <QRegularExpression>
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -86,7 +89,7 @@ TEST(ValueTextTest, floatsReadAsTheStringClassWritesThem)
     int differing = 0;
     for (double v : values) {
         const QString expected = qtFloat(v);
-        const QString actual = rows::floatText(v);
+        const QString actual = QString::fromStdString(models::texts::floatText(v));
         if (actual != expected && differing++ < 10)
             ADD_FAILURE() << "value " << qPrintable(QString::number(v, 'g', 17)) << ": " << qPrintable(actual)
                           << " instead of " << qPrintable(expected);
@@ -112,9 +115,11 @@ TEST(ValueTextTest, integerDigitsReadAsTheStringClassWritesThem)
     }
     for (long long v : values) {
         for (int base : {2, 10, 16}) {
-            ASSERT_EQ(rows::digits(v, base), qtDigits(v, base)) << v << " in base " << base;
+            ASSERT_EQ(QString::fromStdString(models::texts::digits(v, base)), qtDigits(v, base))
+                << v << " in base " << base;
             const auto u = static_cast<unsigned long long>(v);
-            ASSERT_EQ(rows::digits(u, base), QString::number(u, base)) << u << " in base " << base;
+            ASSERT_EQ(QString::fromStdString(models::texts::digits(u, base)), QString::number(u, base))
+                << u << " in base " << base;
         }
     }
 }
@@ -130,6 +135,40 @@ TEST(ValueTextTest, integerTextsCarryTheirUnitAfterOneBlank)
     EXPECT_EQ(rows::integerText(0x0000AABBCCDDEEFFull, models::pirMACAddress, ""),
               QStringLiteral("ff:ee:dd:cc:bb:aa"));
     EXPECT_EQ(rows::integerText(7ll, models::pirLinear, "\xB5s"), QString::fromLatin1("7 \xB5s"));
+    // The parameter kinds write the same texts as bytes.
+    EXPECT_EQ(models::texts::integerText(255ll, models::pirHexNumber, "ms"), "0xff ms");
+    EXPECT_EQ(models::texts::integerText(0xC0A80001ll, models::pirIPV4Address, "mm"), "192.168.0.1");
+    EXPECT_EQ(models::texts::integerText(0x0000AABBCCDDEEFFull, models::pirMACAddress, ""),
+              "ff:ee:dd:cc:bb:aa");
+    EXPECT_EQ(models::texts::integerText(0x0102ll, models::pirMACAddress, ""), "02:01:00:00:00:00");
+}
+
+// Messages are filled in one argument after the other, as QString::arg does: the lowest placeholder
+// number takes the argument wherever it stands, so a later argument fills the next number, even one
+// that an earlier argument brought in.
+TEST(ValueTextTest, argumentsFillPlaceholdersAsTheStringClassDoes)
+{
+    const std::vector<std::vector<std::string>> cases{
+        {"Illegal number (%1): The value of <b>%2</b> must be between %3 and %4 (stepsize %5).", "7", "Width",
+         "0", "10", "0"},
+        {"%2 before %1, %1 twice", "a", "b"},
+        {"%1 brings %2 in", "x%2y", "z"},
+        {"no placeholder", "unused"},
+        {"%L1 and %01 and %10 and %9", "one", "two", "three"},
+        {"%% and %a and 100%", "x"},
+        {"%99 %100 %0", "a", "b", "c"},
+    };
+    for (const auto& c : cases) {
+        std::string ours = c[0];
+        QString qts = QString::fromStdString(c[0]);
+        for (std::size_t i = 1; i < c.size(); ++i) {
+            ours = models::texts::arg(ours, c[i]);
+            // Qt warns when nothing is left to fill; the text stays as it is, as ours does.
+            if (qts.contains(QRegularExpression(QStringLiteral("%L?\\d"))))
+                qts = qts.arg(QString::fromStdString(c[i]));
+        }
+        EXPECT_EQ(QString::fromStdString(ours), qts) << c[0];
+    }
 }
 
 TEST(ValueTextTest, piecesJoinIntoOneText)
