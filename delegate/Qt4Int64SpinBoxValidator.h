@@ -1,25 +1,16 @@
 #pragma once
 
-#include <vorn/base/VornExport.h>
-
-#include <QValidator>
+#include <vorn/delegate/SpinBox64.h>
 
 class Qt4Int64SpinBox;
 
-// The line-edit validator of Qt4Int64SpinBox: puts back a prefix or suffix that an edit removed and
-// leaves the judgement of the number to the spin box.
-class VORN_PARAMETERSQT4_API Qt4Int64SpinBoxValidator : public QValidator
+// The line-edit validator of Qt4Int64SpinBox.
+class VORN_PARAMETERSQT4_API Qt4Int64SpinBoxValidator
+    : public vorn::core::detail::SpinBoxValidator64<Qt4Int64SpinBox>
 {
     Q_OBJECT
 
 public:
-    // The spin box is also the validator's parent, so it outlives the validator.
     explicit Qt4Int64SpinBoxValidator(Qt4Int64SpinBox* spinBox);
     ~Qt4Int64SpinBoxValidator() override;
-
-    State validate(QString& input, int& pos) const override;
-    void fixup(QString& input) const override;
-
-private:
-    Qt4Int64SpinBox* spinBox;
 };
