@@ -46,11 +46,15 @@ public:
     }
 };
 
+// The node factories of the two styled families: which row class a parameter node gets.
+struct StyledFactory;
+struct EventsFactory;
+
 // The base row of the two styled families, the row of the tree's root and of kinds the family shows no
 // differently: Latin-1 names and tool tips in the application font, grid lines, rows of a fixed height,
 // the value column editable by access mode, and children from the parameter tree, each made by the
-// family's factory (Self's do_create).
-template <class Self, int rowHeight>
+// family's Factory.
+template <class Self, int rowHeight, class Factory>
 class VORN_PARAMETERSQT4_API StyledBaseRow : public Row<Qt4GenericModelNode, Self>
 {
 public:
@@ -67,6 +71,11 @@ public:
 
 protected:
     void setupChildren() override;
+    boost::shared_ptr<Qt4GenericModelNode> do_create(boost::shared_ptr<GenericModelNode> node,
+                                                     boost::shared_ptr<GenericModelNode> parent,
+                                                     const boost::any& data) override;
+    boost::shared_ptr<Qt4GenericModelNode> do_create(boost::shared_ptr<GenericModelNode> node,
+                                                     const boost::any& data) override;
 };
 
 // A plain entry (or a node of a kind without a row of its own in the family): its name in red.
@@ -163,9 +172,9 @@ class VORN_PARAMETERSQT4_API StyledIntegralRow : public IntegralCheckRow<Base, N
 {
 public:
     using IntegralCheckRow<Base, Node, Self>::IntegralCheckRow;
+    QVariant dataToolTipRole(int column) override;
     QVariant dataDisplayRole(int column) override;
     QVariant dataFontRole(int column) override;
-    QVariant dataToolTipRole(int column) override;
 
 private:
     // What the value column showed last, for the tool tip.

@@ -14,12 +14,10 @@
 
 namespace vorn {
 namespace core {
+namespace rows {
 
-Qt4StyledParametersModelNode::~Qt4StyledParametersModelNode() = default;
-
-namespace {
-
-struct StyledRows
+// The styled rows, by the parameter node's exact type id, as the plain family's factory picks its own.
+struct StyledFactory
 {
     using Base = Qt4StyledParametersModelNode;
     using Category = Qt4StyledParametersCategoryNode;
@@ -31,24 +29,17 @@ struct StyledRows
     using Command = Qt4ParametersCommandNode; // one command row serves both two-column families
     using Enumeration = Qt4StyledParametersEnumerationNode;
     using Entry = Qt4StyledParametersEntryNode;
+
+    template <class... Args>
+    static boost::shared_ptr<Qt4GenericModelNode> create(const boost::shared_ptr<GenericModelNode>& node,
+                                                         const Args&... args)
+    {
+        return createRowFor<StyledFactory>(node, args...);
+    }
 };
 
-} // namespace
+template class StyledBaseRow<Qt4StyledParametersModelNode, 17, StyledFactory>;
 
-boost::shared_ptr<Qt4GenericModelNode>
-Qt4StyledParametersModelNode::do_create(boost::shared_ptr<GenericModelNode> node,
-                                        boost::shared_ptr<GenericModelNode> parent, const boost::any& data)
-{
-    return rows::createRowFor<StyledRows>(node, genericModel(), node, parent, data);
-}
-
-boost::shared_ptr<Qt4GenericModelNode>
-Qt4StyledParametersModelNode::do_create(boost::shared_ptr<GenericModelNode> node, const boost::any& data)
-{
-    return rows::createRowFor<StyledRows>(node, genericModel(), node, data);
-}
-
-template class rows::StyledBaseRow<Qt4StyledParametersModelNode, 17>;
-
+} // namespace rows
 } // namespace core
 } // namespace vorn

@@ -2,11 +2,7 @@
 // from the module that holds an address inside it. Modules live in ROOT\bin as NAME.dll.
 #include <vorn/platform/NativeModule.h>
 
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <vorn/base/WindowsApi.h>
 
 #include <cstdio>
 

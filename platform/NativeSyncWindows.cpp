@@ -2,11 +2,7 @@
 // Interlocked calls. The opaque native types are the kernel handles (or the CRITICAL_SECTION) themselves.
 #include <vorn/platform/NativeSync.h>
 
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <vorn/base/WindowsApi.h>
 
 namespace vorn {
 namespace templates {

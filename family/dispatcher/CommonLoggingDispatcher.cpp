@@ -11,11 +11,7 @@
 #include <vector>
 
 #if defined(_WIN32)
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <vorn/base/WindowsApi.h>
 #else
 #include <dlfcn.h>
 #endif

@@ -19,10 +19,9 @@
 #include <unordered_map>
 #include <vector>
 
+// ArvGcNode and GError come with FeatureIo.h.
 typedef struct _ArvDevice ArvDevice;
 typedef struct _ArvGc ArvGc;
-typedef struct _ArvGcNode ArvGcNode;
-typedef struct _GError GError;
 
 namespace vorn {
 namespace core {

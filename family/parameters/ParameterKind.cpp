@@ -1,7 +1,5 @@
 #include <vorn/host/ParameterKind.h>
 
-#include "family/parameters/kinds/KindSupport.h"
-
 #include <vorn/host/MvParametersEntryNode.h>
 #include <vorn/host/ParameterText.h>
 
@@ -63,56 +61,6 @@ bool ParameterState::operator==(const ParameterState& other) const
 {
     return valid == other.valid && access == other.access && sameValue(value, other.value) &&
            limits == other.limits && active == other.active;
-}
-
-// The one place that tells the kinds apart by the node classes' type ids.
-const ParameterKind& ParameterKind::of(const GenericModelNode& node)
-{
-    switch (node.typeId()) {
-    case pntCategory:
-        return kinds::categoryKind();
-    case pntString:
-        return kinds::stringKind();
-    case pntInteger:
-        return kinds::integerKind();
-    case pntUInt64:
-        return kinds::uint64Kind();
-    case pntFloat:
-        return kinds::floatKind();
-    case pntBoolean:
-        return kinds::booleanKind();
-    case pntCommand:
-        return kinds::commandKind();
-    case pntEnumeration:
-        return kinds::enumerationKind();
-    default:
-        return kinds::entryKind();
-    }
-}
-
-const ParameterKind& ParameterKind::of(ParameterKindId id)
-{
-    switch (id) {
-    case ParameterKindId::Category:
-        return kinds::categoryKind();
-    case ParameterKindId::String:
-        return kinds::stringKind();
-    case ParameterKindId::Integer:
-        return kinds::integerKind();
-    case ParameterKindId::UInt64:
-        return kinds::uint64Kind();
-    case ParameterKindId::Float:
-        return kinds::floatKind();
-    case ParameterKindId::Boolean:
-        return kinds::booleanKind();
-    case ParameterKindId::Command:
-        return kinds::commandKind();
-    case ParameterKindId::Enumeration:
-        return kinds::enumerationKind();
-    case ParameterKindId::Entry:
-        break;
-    }
-    return kinds::entryKind();
 }
 
 ParameterKind::ParameterKind(ParameterKindId id, const char* name, bool holdsValue)
@@ -218,7 +166,7 @@ std::string ParameterKind::describe(const boost::any& value, const ParameterLimi
             else if constexpr (std::is_same_v<T, double>)
                 return texts::floatText(v);
             else if constexpr (std::is_same_v<T, std::string>)
-                return kinds::quoted(v);
+                return "\"" + v + "\"";
             else
                 return texts::digits(v, 10);
         },

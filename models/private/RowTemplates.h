@@ -15,55 +15,82 @@ namespace vorn {
 namespace core {
 namespace rows {
 
-template <class Self, int rowHeight> QVariant StyledBaseRow<Self, rowHeight>::dataDisplayRole(int column)
+template <class Self, int rowHeight, class Factory>
+QVariant StyledBaseRow<Self, rowHeight, Factory>::dataDisplayRole(int column)
 {
     return entryName(this->node(), column);
 }
 
-template <class Self, int rowHeight> QVariant StyledBaseRow<Self, rowHeight>::dataFontRole(int)
+template <class Self, int rowHeight, class Factory>
+QVariant StyledBaseRow<Self, rowHeight, Factory>::dataFontRole(int)
 {
     return rowFonts().plain;
 }
 
-template <class Self, int rowHeight> QVariant StyledBaseRow<Self, rowHeight>::dataToolTipRole(int)
+template <class Self, int rowHeight, class Factory>
+QVariant StyledBaseRow<Self, rowHeight, Factory>::dataToolTipRole(int)
 {
     return entryToolTip(this->node());
 }
 
-template <class Self, int rowHeight> QVariant StyledBaseRow<Self, rowHeight>::dataSizeHintRole(int)
+template <class Self, int rowHeight, class Factory>
+QVariant StyledBaseRow<Self, rowHeight, Factory>::dataSizeHintRole(int)
 {
     return QSize(-1, rowHeight);
 }
 
-template <class Self, int rowHeight> QVariant StyledBaseRow<Self, rowHeight>::dataBranchBackgroundRole(int)
+template <class Self, int rowHeight, class Factory>
+QVariant StyledBaseRow<Self, rowHeight, Factory>::dataBranchBackgroundRole(int)
 {
     return QVariant();
 }
 
-template <class Self, int rowHeight> bool StyledBaseRow<Self, rowHeight>::isEnabled(int column)
+template <class Self, int rowHeight, class Factory>
+bool StyledBaseRow<Self, rowHeight, Factory>::isEnabled(int column)
 {
     return column == 0 || valueEditable(this->node(), column);
 }
 
-template <class Self, int rowHeight> bool StyledBaseRow<Self, rowHeight>::isReadOnly(int column)
+template <class Self, int rowHeight, class Factory>
+bool StyledBaseRow<Self, rowHeight, Factory>::isReadOnly(int column)
 {
     return column == 0 || !valueEditable(this->node(), column);
 }
 
-template <class Self, int rowHeight> bool StyledBaseRow<Self, rowHeight>::isSelectable(int)
+template <class Self, int rowHeight, class Factory>
+bool StyledBaseRow<Self, rowHeight, Factory>::isSelectable(int)
 {
     return true;
 }
 
-template <class Self, int rowHeight> bool StyledBaseRow<Self, rowHeight>::isGridEnabled(int)
+template <class Self, int rowHeight, class Factory>
+bool StyledBaseRow<Self, rowHeight, Factory>::isGridEnabled(int)
 {
     return true;
 }
 
-template <class Self, int rowHeight> void StyledBaseRow<Self, rowHeight>::setupChildren()
+template <class Self, int rowHeight, class Factory>
+void StyledBaseRow<Self, rowHeight, Factory>::setupChildren()
 {
     if (this->node())
         Qt4GenericModelNode::setupChildren(childContainerOf(this->node()));
+}
+
+template <class Self, int rowHeight, class Factory>
+boost::shared_ptr<Qt4GenericModelNode>
+StyledBaseRow<Self, rowHeight, Factory>::do_create(boost::shared_ptr<GenericModelNode> node,
+                                                   boost::shared_ptr<GenericModelNode> parent,
+                                                   const boost::any& data)
+{
+    return Factory::create(node, this->genericModel(), node, parent, data);
+}
+
+template <class Self, int rowHeight, class Factory>
+boost::shared_ptr<Qt4GenericModelNode>
+StyledBaseRow<Self, rowHeight, Factory>::do_create(boost::shared_ptr<GenericModelNode> node,
+                                                   const boost::any& data)
+{
+    return Factory::create(node, this->genericModel(), node, data);
 }
 
 template <class Base, class Self> void EntryRow<Base, Self>::postInsert()

@@ -8,11 +8,7 @@
 #include <stdexcept>
 
 #if defined(_WIN32)
-#define WIN32_LEAN_AND_MEAN
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <vorn/base/WindowsApi.h>
 #else
 #include <dlfcn.h>
 #include <spawn.h>
