@@ -85,12 +85,6 @@ boost::any valueFor(const boost::shared_ptr<MvParametersEntryNode>& node, int n)
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    vorn::fuzz::startApplication(argc, argv);
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const QString path =

@@ -7,8 +7,7 @@
 // step count), then text: prefix, suffix and up to eight edits separated by line feeds.
 #include "FuzzSupport.h"
 
-#include <vorn/delegate/Qt4Int64SpinBox.h>
-#include <vorn/delegate/Qt4UInt64SpinBox.h>
+#include "delegate/SpinBoxKinds.h"
 
 #include <QLineEdit>
 #include <QLocale>
@@ -17,29 +16,12 @@
 #include <limits>
 
 using vorn::fuzz::FuzzInput;
+using vorn::test::Exposed;
+using vorn::test::numberPart;
+using Signed = vorn::test::SignedBox;
+using Unsigned = vorn::test::UnsignedBox;
 
 namespace {
-
-template <class Box> class Exposed : public Box
-{
-public:
-    using Box::Box;
-    using Box::lineEdit;
-};
-
-struct Signed
-{
-    using Value = qint64;
-    using Box = Qt4Int64SpinBox;
-    static qint64 convert(const QString& s, bool* ok) { return s.toLongLong(ok, 10); }
-};
-
-struct Unsigned
-{
-    using Value = quint64;
-    using Box = Qt4UInt64SpinBox;
-    static quint64 convert(const QString& s, bool* ok) { return s.toULongLong(ok, 10); }
-};
 
 QLocale localeNumber(int n)
 {
@@ -61,16 +43,6 @@ QLocale localeNumber(int n)
     default:
         return QLocale(QLocale::English, QLocale::UnitedStates);
     }
-}
-
-// The number part as a reader of the text sees it, independent of the spin box's own helpers.
-QString numberPart(QString text, const QString& prefix, const QString& suffix)
-{
-    if (!prefix.isEmpty() && text.left(prefix.size()) == prefix)
-        text = text.mid(prefix.size());
-    if (!suffix.isEmpty() && text.right(suffix.size()) == suffix)
-        text.truncate(text.size() - suffix.size());
-    return text;
 }
 
 template <class Kind> void checkText(Exposed<typename Kind::Box>& box, const QString& text)
@@ -189,12 +161,6 @@ template <class Kind> void run(FuzzInput& in, std::uint8_t mode)
 }
 
 } // namespace
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    vorn::fuzz::startApplication(argc, argv);
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <vorn/delegate/Qt4Int64SpinBox.h>
-#include <vorn/delegate/Qt4Int64SpinBoxValidator.h>
-#include <vorn/delegate/Qt4UInt64SpinBox.h>
-#include <vorn/delegate/Qt4UInt64SpinBoxValidator.h>
+#include "delegate/SpinBoxKinds.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -19,40 +16,6 @@
 
 namespace vorn {
 namespace test {
-
-// Opens the protected parts of a spin box to the tests.
-template <class Box> class Exposed : public Box
-{
-public:
-    using Box::Box;
-    using Box::initStyleOption;
-    using Box::lineEdit;
-    using Box::stepEnabled;
-
-    QRect buttonRect(QStyle::SubControl control)
-    {
-        QStyleOptionSpinBox option;
-        initStyleOption(&option);
-        return this->style()->subControlRect(QStyle::CC_SpinBox, &option, control, this);
-    }
-};
-
-// Names both spin boxes' types for the tests that run against each of them.
-struct SignedBox
-{
-    using Value = qint64;
-    using Box = Qt4Int64SpinBox;
-    using Validator = Qt4Int64SpinBoxValidator;
-    static qint64 convert(const QString& s, bool* ok) { return s.toLongLong(ok, 10); }
-};
-
-struct UnsignedBox
-{
-    using Value = quint64;
-    using Box = Qt4UInt64SpinBox;
-    using Validator = Qt4UInt64SpinBoxValidator;
-    static quint64 convert(const QString& s, bool* ok) { return s.toULongLong(ok, 10); }
-};
 
 // Sets the default locale for the lifetime of the guard.
 class DefaultLocale

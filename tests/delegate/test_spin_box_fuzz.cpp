@@ -90,16 +90,6 @@ private:
     QString suffix;
 };
 
-// A plain, independent reading of the number part.
-QString numberPart(QString text, const QString& prefix, const QString& suffix)
-{
-    if (!prefix.isEmpty() && text.left(prefix.size()) == prefix)
-        text = text.mid(prefix.size());
-    if (!suffix.isEmpty() && text.right(suffix.size()) == suffix)
-        text.truncate(text.size() - suffix.size());
-    return text;
-}
-
 template <class Traits> void fuzz(std::uint32_t seed, const QString& prefix, const QString& suffix)
 {
     using Value = typename Traits::Value;

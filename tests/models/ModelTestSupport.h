@@ -4,6 +4,8 @@
 
 #include <vorn/host/InMemoryParameterTree.h>
 #include <vorn/host/Qt4AbstractModel.h>
+#include <vorn/models/Qt4ParametersModel.h>
+#include <vorn/models/Qt4ParametersModelNode.h>
 
 #include <QAbstractItemModel>
 #include <QFont>
@@ -12,6 +14,14 @@
 
 namespace vorn {
 namespace test {
+
+// The plain model over a tree.
+inline boost::shared_ptr<core::Qt4ParametersModel>
+plainModel(const boost::shared_ptr<core::models::InMemoryParameterTree>& tree)
+{
+    return core::Qt4ParametersModel::create(
+        core::Qt4ParametersModelNode::create(tree->model(), tree->root(), boost::any()));
+}
 
 template <class Row> boost::shared_ptr<Row> rowAt(const QModelIndex& index)
 {

@@ -24,12 +24,6 @@ using namespace vorn::test;
 
 namespace {
 
-boost::shared_ptr<Qt4ParametersModel> plainModel(const boost::shared_ptr<InMemoryParameterTree>& tree)
-{
-    return Qt4ParametersModel::create(
-        Qt4ParametersModelNode::create(tree->model(), tree->root(), boost::any()));
-}
-
 struct FilterModelTest : ::testing::Test
 {
     boost::shared_ptr<InMemoryParameterTree> tree = InMemoryParameterTree::create();

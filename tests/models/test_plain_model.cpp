@@ -27,12 +27,6 @@ using namespace vorn::test;
 
 namespace {
 
-boost::shared_ptr<Qt4ParametersModel> plainModel(const boost::shared_ptr<InMemoryParameterTree>& tree)
-{
-    return Qt4ParametersModel::create(
-        Qt4ParametersModelNode::create(tree->model(), tree->root(), boost::any()));
-}
-
 // A parameter class of a host's own: an integer that reports a type id of its own.
 class SpecialIntegerNode : public MvParametersIntegerNode
 {
