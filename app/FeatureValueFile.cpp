@@ -3,6 +3,7 @@
 #include "FeatureTreeWalk.h"
 
 #include <vorn/host/ParameterKind.h>
+#include <vorn/host/ParameterText.h>
 
 #include <charconv>
 #include <set>
@@ -15,14 +16,7 @@ using namespace core::models;
 
 namespace {
 
-std::string trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos)
-        return std::string();
-    const auto last = text.find_last_not_of(" \t");
-    return text.substr(first, last - first + 1);
-}
+using core::models::texts::trimmed;
 
 // The field index of a node that is one index of a field, or -1.
 int fieldIndexOf(const MvParametersEntryNode& node)

@@ -12,6 +12,7 @@
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -39,6 +40,7 @@ enum class ParameterKindId {
     Enumeration,
     Command,
 };
+constexpr std::size_t kParameterKindCount = 9;
 
 // A parameter's value, of the type the tree's callback takes in its boost::any: long long for integers
 // and enumerations (the entry's value), unsigned long long for unsigned 64-bit integers, double, bool,

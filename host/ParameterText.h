@@ -82,6 +82,9 @@ std::string integerText(T value, ParameterIntegerRepresentation representation, 
     return text;
 }
 
+// Without blanks and tabs at either end, as values and names are read from text.
+VORN_PARAMETERS_API std::string trimmed(const std::string& text);
+
 // Puts arguments into a text the way QString::arg does, one call a placeholder: the placeholders with
 // the lowest number (%1 to %99) all take the argument, so a later argument fills the next number. Used
 // for messages whose texts are fixed with their placeholders.

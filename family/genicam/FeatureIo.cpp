@@ -343,26 +343,12 @@ const FeatureIo& FeatureIo::of(ParameterKindId kind)
     static const BooleanIo boolean;
     static const StringIo string;
     static const EnumerationIo enumeration;
-    switch (kind) {
-    case ParameterKindId::Integer:
-        return integer;
-    case ParameterKindId::UInt64:
-        return uint64;
-    case ParameterKindId::Float:
-        return floating;
-    case ParameterKindId::Boolean:
-        return boolean;
-    case ParameterKindId::String:
-        return string;
-    case ParameterKindId::Enumeration:
-        return enumeration;
-    case ParameterKindId::Command:
-        return command;
-    case ParameterKindId::Category:
-    case ParameterKindId::Entry:
-        break;
-    }
-    return structure;
+    // In the order of ParameterKindId.
+    static const FeatureIo* const io[] = {&structure, &structure, &integer,     &uint64, &floating,
+                                          &boolean,   &string,    &enumeration, &command};
+    static_assert(sizeof io / sizeof io[0] == kParameterKindCount, "Aravis's side of every kind");
+    const auto index = static_cast<std::size_t>(kind);
+    return index < kParameterKindCount ? *io[index] : structure;
 }
 
 } // namespace genicam

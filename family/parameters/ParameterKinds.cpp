@@ -71,15 +71,7 @@ bool colonOf(const std::string& text, unsigned long long* value)
     return true;
 }
 
-// Without blanks and tabs at either end.
-std::string trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string::npos)
-        return std::string();
-    const auto last = text.find_last_not_of(" \t");
-    return text.substr(first, last - first + 1);
-}
+using texts::trimmed;
 
 std::string lowered(std::string text)
 {
@@ -735,27 +727,12 @@ const ParameterKind& ParameterKind::of(ParameterKindId id)
     static const StringKind string;
     static const EnumerationKind enumeration;
     static const CommandKind command;
-    switch (id) {
-    case ParameterKindId::Category:
-        return category;
-    case ParameterKindId::Integer:
-        return integer;
-    case ParameterKindId::UInt64:
-        return uint64;
-    case ParameterKindId::Float:
-        return floating;
-    case ParameterKindId::Boolean:
-        return boolean;
-    case ParameterKindId::String:
-        return string;
-    case ParameterKindId::Enumeration:
-        return enumeration;
-    case ParameterKindId::Command:
-        return command;
-    case ParameterKindId::Entry:
-        break;
-    }
-    return entry;
+    // In the order of ParameterKindId.
+    static const ParameterKind* const kinds[] = {&entry,   &category, &integer,     &uint64, &floating,
+                                                 &boolean, &string,   &enumeration, &command};
+    static_assert(sizeof kinds / sizeof kinds[0] == kParameterKindCount, "a kind for every ParameterKindId");
+    const auto index = static_cast<std::size_t>(id);
+    return index < kParameterKindCount ? *kinds[index] : entry;
 }
 
 } // namespace models

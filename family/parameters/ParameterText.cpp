@@ -196,6 +196,15 @@ std::string exactFloatText(double value)
     return std::string(viewOf(buffer, end));
 }
 
+std::string trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string::npos)
+        return std::string();
+    const auto last = text.find_last_not_of(" \t");
+    return text.substr(first, last - first + 1);
+}
+
 std::string arg(const std::string& text, const std::string& argument)
 {
     // Find the lowest placeholder number: '%', an optional 'L', one or two digits.
