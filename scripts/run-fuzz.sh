@@ -37,7 +37,7 @@ targets=(fuzz_spin_box_text fuzz_models)
 running=0
 for target in "${targets[@]}"; do
   seeds=()
-  [ "$target" = fuzz_genicam_xml ] && seeds=("$ROOT/../shared/testdata/genicam" "$ROOT/tests/genicam/data")
+  [ "$target" = fuzz_genicam_xml ] && seeds=("$ROOT/tests/data/genicam" "$ROOT/tests/genicam/data")
   fuzz_one "$target" "${seeds[@]}" &
   running=$((running + 1))
   if [ "$running" -ge 2 ]; then
