@@ -410,6 +410,10 @@ void BrowserWindow::updateDeviceState()
         m_stateLabel->setFullText(QStringLiteral("Nothing open"));
         return;
     }
+    if (m_source->isOffline()) {
+        m_stateLabel->setFullText(QStringLiteral("%1: offline description").arg(m_source->description()));
+        return;
+    }
     const bool connected = m_source->isConnected();
     m_stateLabel->setFullText(connected
                                   ? QStringLiteral("Connected: %1").arg(m_source->description())

@@ -43,6 +43,7 @@ std::unique_ptr<ParameterSource> ParameterSource::openXmlFile(const QString& pat
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_device = tree;
     source->m_description = path;
+    source->m_offline = true;
     return source;
 }
 

@@ -33,6 +33,8 @@ public:
     QString description() const;
     // False while a live device does not answer.
     bool isConnected() const;
+    // A description file opened without its camera: the values are the offline device's own.
+    bool isOffline() const { return m_offline; }
 
     // Every node that shows this feature, in tree order. A feature listed in two categories has a
     // node in each; the nodes of a field (one feature with several indexes) all share its name.
@@ -50,6 +52,7 @@ private:
     boost::shared_ptr<core::models::GenicamParameterTree> m_device;
     boost::shared_ptr<core::models::InMemoryParameterTree> m_example;
     QString m_description;
+    bool m_offline = false;
 };
 
 } // namespace browser

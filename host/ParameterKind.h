@@ -92,6 +92,7 @@ struct VORN_PARAMETERS_API ParameterState
     ParameterValue value;
     ParameterLimits limits;
     bool active = false; // a command that is running
+    std::string problem; // why the value could not be read, when it could not
     bool operator==(const ParameterState& other) const;
     bool operator!=(const ParameterState& other) const { return !(*this == other); }
 };

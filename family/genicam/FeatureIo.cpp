@@ -301,6 +301,8 @@ public:
 private:
     static ParameterEntryAccessMode entryAccess(ArvGcNode* entry, AccessErrors& errors)
     {
+        if (!entry)
+            return peamNotAvailable;
         auto* feature = ARV_GC_FEATURE_NODE(entry);
         const auto implemented =
             attempt(errors, [feature](GError** e) { return arv_gc_feature_node_is_implemented(feature, e); });
@@ -318,8 +320,19 @@ private:
 
 void AccessErrors::note(const GError* error)
 {
+    if (!error)
+        return;
     if (m_live && isLoss(error))
         m_lost = true;
+    // The GenICam library names the nodes it went through first ("[Width] [WidthReg] ...").
+    std::string message = error->message ? error->message : "unknown error";
+    while (!message.empty() && message[0] == '[') {
+        const auto end = message.find("] ");
+        if (end == std::string::npos)
+            break;
+        message.erase(0, end + 2);
+    }
+    m_message = message;
 }
 
 FeatureIo::~FeatureIo() = default;

@@ -24,21 +24,31 @@ public:
     explicit AccessErrors(bool live = false) : m_live(live) {}
     void note(const GError* error);
     bool lost() const { return m_lost; }
+    // The message of the last error noted since the last call, then forgotten.
+    std::string takeMessage()
+    {
+        std::string message;
+        message.swap(m_message);
+        return message;
+    }
     void setLost(bool lost) { m_lost = lost; }
     void setLive(bool live) { m_live = live; }
 
 private:
     bool m_live;
     bool m_lost = false;
+    std::string m_message;
 };
 
 // The Aravis nodes of one feature.
 struct FeatureNodes
 {
     ArvGcNode* node = nullptr;
-    std::vector<ArvGcNode*> entries; // an enumeration's entries, in layout order
-    ArvGcNode* isDone = nullptr;     // a command's pIsDone
-    bool bigEndian = false;          // an unsigned 8-byte register
+    // An enumeration's entries, in layout order; nullptr for an entry whose availability cannot be
+    // evaluated (the description's problem), which counts as not available.
+    std::vector<ArvGcNode*> entries;
+    ArvGcNode* isDone = nullptr; // a command's pIsDone
+    bool bigEndian = false;      // an unsigned 8-byte register
 };
 
 class FeatureIo

@@ -1,15 +1,17 @@
 #include "family/genicam/GenicamDescription.h"
 
+#include <arv.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <memory>
+#include <fcntl.h>
+#include <mutex>
 #include <sys/stat.h>
-#include <vector>
+#include <unistd.h>
 
 namespace vorn {
 namespace core {
@@ -60,6 +62,19 @@ private:
     std::string m_first;
 };
 
+// A description names nothing outside itself: no external entity or DTD is ever loaded, for any parser
+// of the process (the GenICam library's too).
+xmlParserInputPtr refuseExternalEntity(const char*, const char*, xmlParserCtxtPtr)
+{
+    return nullptr;
+}
+
+void keepExternalEntitiesOff()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { xmlSetExternalEntityLoader(&refuseExternalEntity); });
+}
+
 struct DocumentDeleter
 {
     void operator()(xmlDoc* doc) const { xmlFreeDoc(doc); }
@@ -94,7 +109,169 @@ std::string text(const xmlNode* node)
     return result.substr(first, last - first + 1);
 }
 
+std::string tagOf(const xmlNode* node)
+{
+    return reinterpret_cast<const char*>(node->name);
+}
+
+// A pointer to another node: pValue, pMin, pAddress, pVariable, ... (the GenICam schema's "p" names).
+bool isReference(const std::string& tag)
+{
+    return tag.size() > 1 && tag[0] == 'p' && tag[1] >= 'A' && tag[1] <= 'Z';
+}
+
+// References the GenICam library does not follow to evaluate a value: category members, the features a
+// selector selects, the nodes whose change invalidates a cache. Loops through them are harmless.
+bool isEvaluated(const std::string& tag)
+{
+    return tag != "pFeature" && tag != "pSelected" && tag != "pInvalidator";
+}
+
+// Elements with a Name attribute that are parts of a node rather than nodes.
+bool isPart(const std::string& tag)
+{
+    return isReference(tag) || tag == "Constant" || tag == "Expression";
+}
+
+// Where an enumeration's entry is kept: a key no reference can name, as a node name has no '/'.
+std::string entryKey(const std::string& enumeration, const std::string& entry)
+{
+    return enumeration + '/' + entry;
+}
+
+bool isFormulaNode(const std::string& tag)
+{
+    return tag == "SwissKnife" || tag == "IntSwissKnife" || tag == "Converter" || tag == "IntConverter";
+}
+
+bool isIntegerFormulaNode(const std::string& tag)
+{
+    return tag == "IntSwissKnife" || tag == "IntConverter";
+}
+
+bool isFormulaElement(const std::string& tag)
+{
+    return tag == "Formula" || tag == "FormulaTo" || tag == "FormulaFrom" || tag == "Expression";
+}
+
+std::string sizeText(std::size_t bytes)
+{
+    return std::to_string(bytes) + " bytes";
+}
+
+// Reads at most limit + 1 bytes of an open file; false with the reason when reading fails.
+bool readAll(int fd, std::size_t limit, std::string* data, std::string* reason)
+{
+    data->clear();
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n < 0) {
+            if (errno == EINTR)
+                continue;
+            *reason = std::string("cannot be read: ") + std::strerror(errno);
+            return false;
+        }
+        if (n == 0)
+            return true;
+        data->append(buffer, static_cast<std::size_t>(n));
+        if (data->size() > limit)
+            return true;
+    }
+}
+
+bool isZip(const std::string& data)
+{
+    return data.size() >= 4 && data.compare(0, 4, "PK\x03\x04", 4) == 0;
+}
+
+// The description inside a zip file: its one .xml file.
+bool unzip(std::string* data, std::string* reason)
+{
+    ArvZip* zip = arv_zip_new(data->data(), data->size());
+    if (!zip) {
+        *reason = "a zip file that cannot be read";
+        return false;
+    }
+    const char* found = nullptr;
+    std::size_t expected = 0;
+    for (const GSList* it = arv_zip_get_file_list(zip); it; it = it->next) {
+        auto* file = static_cast<ArvZipFile*>(it->data);
+        const char* name = arv_zip_file_get_name(file);
+        const std::size_t length = name ? std::strlen(name) : 0;
+        if (length > 4 && g_ascii_strcasecmp(name + length - 4, ".xml") == 0) {
+            found = name;
+            expected = arv_zip_file_get_uncompressed_size(file);
+            break;
+        }
+    }
+    bool ok = false;
+    if (!found) {
+        *reason = "a zip file without a description (.xml) in it";
+    } else if (expected > GenicamDescription::kMaxFileSize) {
+        *reason = "a zip file whose description would be " + sizeText(expected) + "; descriptions above " +
+                  sizeText(GenicamDescription::kMaxFileSize) + " are refused";
+    } else {
+        std::size_t size = 0;
+        void* content = arv_zip_get_file(zip, found, &size);
+        if (!content || size == 0 || size > GenicamDescription::kMaxFileSize) {
+            *reason = std::string("a zip file whose ") + found + " cannot be unpacked";
+        } else {
+            data->assign(static_cast<const char*>(content), size);
+            ok = true;
+        }
+        g_free(content);
+    }
+    arv_zip_free(zip);
+    return ok;
+}
+
+// A loop among a formula node's sub-expressions ("A -> B -> A"), or empty. Iterative: a node may have
+// as many sub-expressions as the description gives it.
+std::string expressionLoop(const std::unordered_map<std::string, std::string>& expressions)
+{
+    std::unordered_map<std::string, std::vector<std::string>> uses;
+    for (const auto& [name, text] : expressions) {
+        std::string reason;
+        if (auto formula = Formula::parse(text, &reason))
+            for (const std::string& variable : formula->variables())
+                if (expressions.count(variable))
+                    uses[name].push_back(variable);
+    }
+    std::unordered_map<std::string, int> state; // 1 open, 2 done
+    for (const auto& entry : expressions) {
+        if (state[entry.first])
+            continue;
+        std::vector<std::pair<std::string, std::size_t>> stack{{entry.first, 0}};
+        state[entry.first] = 1;
+        while (!stack.empty()) {
+            auto& [name, next] = stack.back();
+            const auto& used = uses[name];
+            if (next < used.size()) {
+                const std::string target = used[next++];
+                if (state[target] == 1) {
+                    std::string loop;
+                    for (const auto& frame : stack)
+                        loop += frame.first + " -> ";
+                    return loop + target;
+                }
+                if (state[target] == 0) {
+                    state[target] = 1;
+                    stack.emplace_back(target, 0);
+                }
+                continue;
+            }
+            state[name] = 2;
+            stack.pop_back();
+        }
+    }
+    return std::string();
+}
+
 } // namespace
+
+GenicamDescription::GenicamDescription() = default;
+GenicamDescription::~GenicamDescription() = default;
 
 bool GenicamDescription::loadFile(const std::string& path, std::string* error)
 {
@@ -108,45 +285,96 @@ bool GenicamDescription::loadFile(const std::string& path, std::string* error)
             *error = "no description file given";
         return false;
     }
+    // Without blocking: a pipe opens at once, and is then refused for what it is.
+    const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        const int e = errno;
+        if (e == ENOENT || e == ENOTDIR || e == ENAMETOOLONG || e == ELOOP)
+            return fail(std::strerror(e));
+        return fail(std::string("cannot be read: ") + std::strerror(e));
+    }
     struct stat info;
-    if (::stat(path.c_str(), &info) != 0)
-        return fail(std::strerror(errno));
-    if (S_ISDIR(info.st_mode))
-        return fail("is a folder, not a description file");
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (!file)
-        return fail(std::string("cannot be read: ") + std::strerror(errno));
-    std::vector<char> data;
-    char buffer[65536];
-    std::size_t n = 0;
-    while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        data.insert(data.end(), buffer, buffer + n);
-    const bool readFailed = std::ferror(file) != 0;
-    const int readError = errno;
-    std::fclose(file);
-    if (readFailed)
-        return fail(std::string("cannot be read: ") + std::strerror(readError));
+    std::string problem;
+    std::string data;
+    if (::fstat(fd, &info) != 0)
+        problem = std::string("cannot be read: ") + std::strerror(errno);
+    else if (S_ISDIR(info.st_mode))
+        problem = "is a folder, not a description file";
+    else if (S_ISFIFO(info.st_mode))
+        problem = "is a pipe, not a description file";
+    else if (S_ISCHR(info.st_mode) || S_ISBLK(info.st_mode))
+        problem = "is a device, not a description file";
+    else if (S_ISSOCK(info.st_mode))
+        problem = "is a socket, not a description file";
+    else if (!S_ISREG(info.st_mode))
+        problem = "is not a regular file";
+    else if (static_cast<std::uint64_t>(info.st_size) > kMaxFileSize)
+        problem = "is " + sizeText(static_cast<std::size_t>(info.st_size)) + "; descriptions above " +
+                  sizeText(kMaxFileSize) + " are refused";
+    else
+        readAll(fd, kMaxFileSize, &data, &problem);
+    ::close(fd);
+    if (!problem.empty())
+        return fail(problem);
+    if (data.size() > kMaxFileSize)
+        return fail("is larger than " + sizeText(kMaxFileSize) + "; such descriptions are refused");
     if (data.empty())
         return fail("is empty");
+    if (isZip(data) && !unzip(&data, &problem))
+        return fail("is " + problem);
     return load(data.data(), data.size(), path, error);
 }
 
 bool GenicamDescription::load(const char* data, std::size_t size, const std::string& origin,
                               std::string* error)
 {
+    m_nodes.clear();
+    m_names.clear();
+    m_index.clear();
+    m_formulas.clear();
+    m_xml.clear();
+    if (size > kMaxFileSize) {
+        if (error)
+            *error = origin + ": the description is " + sizeText(size) + "; descriptions above " +
+                     sizeText(kMaxFileSize) + " are refused";
+        return false;
+    }
+    std::string zipped;
+    if (size >= 4 && std::memcmp(data, "PK\x03\x04", 4) == 0) {
+        zipped.assign(data, size);
+        std::string reason;
+        if (!unzip(&zipped, &reason)) {
+            if (error)
+                *error = origin + ": the description is " + reason;
+            return false;
+        }
+        data = zipped.data();
+        size = zipped.size();
+    }
+    if (!parse(data, size, origin, error))
+        return false;
+    findCycles();
+    spreadProblems();
+    return true;
+}
+
+bool GenicamDescription::parse(const char* data, std::size_t size, const std::string& origin,
+                               std::string* error)
+{
     auto fail = [&](const std::string& what) {
         if (error)
             *error = origin + ": " + what;
         return false;
     };
-    m_nodes.clear();
+    keepExternalEntitiesOff();
     std::unique_ptr<xmlDoc, DocumentDeleter> doc;
     std::string parseError;
     {
         LibxmlErrorCapture capture;
-        // No network: a description must not make the parser fetch anything.
+        // Internal entities are resolved as XML says (the GenICam library leaves them out); nothing is
+        // fetched from the network or the disk.
         doc.reset(xmlReadMemory(data, static_cast<int>(size), origin.c_str(), nullptr,
-                                XML_PARSE_NONET | XML_PARSE_NOWARNING));
+                                XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_NOWARNING));
         parseError = capture.first();
     }
     if (!doc)
@@ -156,48 +384,351 @@ bool GenicamDescription::load(const char* data, std::size_t size, const std::str
     if (!top || !named(top, "RegisterDescription"))
         return fail(std::string("not a GenICam description (its top element is <") +
                     (top ? reinterpret_cast<const char*>(top->name) : "") + ">, not <RegisterDescription>)");
+    m_vendor = attribute(top, "VendorName");
+    m_model = attribute(top, "ModelName");
 
     bool hasRoot = false;
+    bool rewritten = false;
+    // References by name, resolved once every node is known.
+    std::vector<std::vector<std::string>> uses;
     // Nodes may be nested (a node defined inside another's element), so walk the whole document.
-    std::vector<const xmlNode*> pending{top};
+    std::vector<xmlNode*> pending{const_cast<xmlNode*>(top)};
     while (!pending.empty()) {
-        const xmlNode* element = pending.back();
+        xmlNode* element = pending.back();
         pending.pop_back();
-        for (const xmlNode* child = element->last; child; child = child->prev) {
+        for (xmlNode* child = element->last; child; child = child->prev) {
             if (child->type == XML_ELEMENT_NODE)
                 pending.push_back(child);
         }
         if (element == top)
             continue;
+        const std::string tag = tagOf(element);
         const std::string name = attribute(element, "Name");
-        if (name.empty())
+        if (name.empty() || isPart(tag) || isFormulaElement(tag))
             continue;
-        Node& node = m_nodes[name];
-        node.tag = reinterpret_cast<const char*>(element->name);
-        if (node.tag == "Category" && name == "Root")
+        const int index = static_cast<int>(m_nodes.size());
+        // The GenICam library keeps the last node of a name, and does not name an enumeration's entries
+        // at all (an entry may share its name with a command); so do we.
+        if (tag == "EnumEntry")
+            m_index[entryKey(element->parent ? attribute(element->parent, "Name") : std::string(), name)] =
+                index;
+        else
+            m_index[name] = index;
+        m_names.push_back(name);
+        m_nodes.emplace_back();
+        uses.emplace_back();
+        Node& node = m_nodes.back();
+        node.tag = tag;
+        node.line = static_cast<int>(xmlGetLineNo(element));
+        if (tag == "Category" && name == "Root")
             hasRoot = true;
-        for (const xmlNode* child = element->children; child; child = child->next) {
-            if (named(child, "pIsDone"))
-                node.isDone = text(child);
-            else if (named(child, "pValue"))
-                node.value = text(child);
-            else if (named(child, "Sign"))
+        const bool formulaNode = isFormulaNode(tag);
+        Formulas formulas;
+        formulas.integer = isIntegerFormulaNode(tag);
+        std::vector<std::pair<xmlNode*, std::string>> formulaTexts;
+        for (xmlNode* child = element->children; child; child = child->next) {
+            if (child->type != XML_ELEMENT_NODE)
+                continue;
+            const std::string childTag = tagOf(child);
+            if (isReference(childTag)) {
+                const std::string target = text(child);
+                if (isEvaluated(childTag) && !target.empty())
+                    uses.back().push_back(target);
+                if (childTag == "pIsDone")
+                    node.isDone = target;
+                else if (childTag == "pValue")
+                    node.value = target;
+                else if (childTag == "pLength")
+                    node.length = target;
+                else if (childTag == "pVariable")
+                    formulas.variables[attribute(child, "Name")] = target;
+            } else if (childTag == "Sign") {
                 node.sign = text(child);
-            else if (named(child, "Endianess"))
+            } else if (childTag == "Endianess") {
                 node.endianess = text(child);
-            else if (named(child, "PollingTime"))
+            } else if (childTag == "PollingTime") {
                 node.pollingMs = std::atoi(text(child).c_str());
+            } else if (childTag == "Length") {
+                const long long length = std::atoll(text(child).c_str());
+                if ((length > kMaxRegisterLength || length < 0) && node.problem.empty())
+                    node.problem = "its register is " + text(child) + " bytes long; registers above " +
+                                   std::to_string(kMaxRegisterLength) + " bytes are not read";
+            } else if (formulaNode && childTag == "Constant") {
+                formulas.constants[attribute(child, "Name")] = text(child);
+            } else if (formulaNode && isFormulaElement(childTag)) {
+                formulaTexts.emplace_back(child, childTag);
+            }
         }
+        if (!formulaNode)
+            continue;
+        bool divides = false;
+        for (const auto& [child, childTag] : formulaTexts) {
+            std::string reason;
+            const std::string formulaText = text(child);
+            auto formula = Formula::parse(formulaText, &reason);
+            if (!formula) {
+                if (node.problem.empty())
+                    node.problem = "its " + childTag + " \"" + formulaText + "\" does not parse: " + reason;
+                continue;
+            }
+            for (const std::string& variable : formula->variables()) {
+                const std::string base = variable.substr(0, variable.find('.'));
+                const bool known = formulas.variables.count(base) || formulas.constants.count(base) ||
+                                   base == "TO" || base == "FROM";
+                bool expression = false;
+                for (const auto& other : formulaTexts)
+                    expression = expression ||
+                                 (other.second == "Expression" && attribute(other.first, "Name") == base);
+                if (!known && !expression && node.problem.empty())
+                    node.problem = "its formula uses " + variable + ", which the node does not define";
+            }
+            if (formula->divides()) {
+                divides = true;
+                if (formulas.integer) {
+                    xmlChar* escaped = xmlEncodeSpecialChars(doc.get(), BAD_CAST formula->trapFree().c_str());
+                    xmlNodeSetContent(child, escaped);
+                    xmlFree(escaped);
+                    rewritten = true;
+                }
+            }
+            if (childTag == "Expression")
+                formulas.constants[attribute(child, "Name")] = formulaText;
+            else if (childTag != "FormulaTo")
+                formulas.read.push_back(std::move(*formula));
+        }
+        // Sub-expressions that use each other without end would make the GenICam library recurse.
+        const std::string loop = expressionLoop(formulas.constants);
+        if (!loop.empty() && node.problem.empty())
+            node.problem = "its expressions use each other without end: " + loop;
+        formulas.from = node.value;
+        if (divides && node.problem.empty())
+            m_formulas.emplace(index, std::move(formulas));
     }
     if (!hasRoot)
         return fail("not a GenICam description (no category named Root)");
+
+    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
+        Node& node = m_nodes[i];
+        for (const std::string& target : uses[i]) {
+            auto it = m_index.find(target);
+            if (it == m_index.end()) {
+                if (node.problem.empty())
+                    node.problem = "it refers to " + target + ", which the description does not define";
+                continue;
+            }
+            node.uses.push_back(it->second);
+        }
+    }
+
+    // The GenICam library resolves no entities, and reads the formulas as written: it gets the
+    // description again, as parsed here, where either matters.
+    const bool entities = doc->intSubset && doc->intSubset->entities &&
+                          xmlHashSize(static_cast<xmlHashTablePtr>(doc->intSubset->entities)) > 0;
+    if (rewritten || entities) {
+        if (doc->intSubset) {
+            xmlNode* dtd = reinterpret_cast<xmlNode*>(doc->intSubset);
+            xmlUnlinkNode(dtd);
+            xmlFreeDtd(doc->intSubset);
+            doc->intSubset = nullptr;
+        }
+        xmlChar* out = nullptr;
+        int length = 0;
+        xmlDocDumpMemoryEnc(doc.get(), &out, &length, "UTF-8");
+        m_xml.assign(reinterpret_cast<const char*>(out), out ? static_cast<std::size_t>(length) : 0);
+        xmlFree(out);
+    } else {
+        m_xml.assign(data, size);
+    }
     return true;
+}
+
+// Tarjan's strongly connected components over the evaluation references, without recursion: a node in a
+// component of more than one node, or one that uses itself, lies on a cycle.
+void GenicamDescription::findCycles()
+{
+    const int count = static_cast<int>(m_nodes.size());
+    std::vector<int> order(static_cast<std::size_t>(count), -1), low(static_cast<std::size_t>(count), 0);
+    std::vector<bool> onStack(static_cast<std::size_t>(count), false);
+    std::vector<int> stack;
+    struct Frame
+    {
+        int node;
+        std::size_t next;
+    };
+    std::vector<Frame> frames;
+    int counter = 0;
+    for (int start = 0; start < count; ++start) {
+        if (order[static_cast<std::size_t>(start)] >= 0)
+            continue;
+        frames.push_back(Frame{start, 0});
+        order[static_cast<std::size_t>(start)] = low[static_cast<std::size_t>(start)] = counter++;
+        stack.push_back(start);
+        onStack[static_cast<std::size_t>(start)] = true;
+        while (!frames.empty()) {
+            Frame& frame = frames.back();
+            const auto v = static_cast<std::size_t>(frame.node);
+            const std::vector<int>& uses = m_nodes[v].uses;
+            if (frame.next < uses.size()) {
+                const int w = uses[frame.next++];
+                const auto wi = static_cast<std::size_t>(w);
+                if (order[wi] < 0) {
+                    order[wi] = low[wi] = counter++;
+                    stack.push_back(w);
+                    onStack[wi] = true;
+                    frames.push_back(Frame{w, 0});
+                } else if (onStack[wi]) {
+                    low[v] = std::min(low[v], order[wi]);
+                }
+                continue;
+            }
+            if (low[v] == order[v]) {
+                std::vector<int> component;
+                int w = -1;
+                do {
+                    w = stack.back();
+                    stack.pop_back();
+                    onStack[static_cast<std::size_t>(w)] = false;
+                    component.push_back(w);
+                } while (w != frame.node);
+                const bool selfLoop = std::find(uses.begin(), uses.end(), frame.node) != uses.end();
+                if (component.size() > 1 || selfLoop) {
+                    // Name one cycle through the component, from its first node back to it.
+                    std::sort(component.begin(), component.end());
+                    const int from = component.front();
+                    // Kept per component: a description may hold many small loops.
+                    std::unordered_map<int, int> previous{{from, -1}};
+                    std::vector<int> queue{from};
+                    bool closed = false;
+                    int last = -1;
+                    for (std::size_t q = 0; q < queue.size() && !closed; ++q) {
+                        for (int next : m_nodes[static_cast<std::size_t>(queue[q])].uses) {
+                            if (next == from) {
+                                closed = true;
+                                last = queue[q];
+                                break;
+                            }
+                            if (!previous.count(next) &&
+                                std::binary_search(component.begin(), component.end(), next)) {
+                                previous[next] = queue[q];
+                                queue.push_back(next);
+                            }
+                        }
+                    }
+                    std::vector<int> path;
+                    for (int p = last; p >= 0; p = previous[p])
+                        path.push_back(p);
+                    std::reverse(path.begin(), path.end());
+                    std::string cycle;
+                    // Long cycles are named by their first nodes.
+                    const std::size_t shown = std::min<std::size_t>(path.size(), 8);
+                    for (std::size_t i = 0; i < shown; ++i)
+                        cycle += m_names[static_cast<std::size_t>(path[i])] + " -> ";
+                    cycle += path.size() > shown ? "... -> " + m_names[static_cast<std::size_t>(from)]
+                                                 : m_names[static_cast<std::size_t>(from)];
+                    for (int member : component) {
+                        Node& node = m_nodes[static_cast<std::size_t>(member)];
+                        node.problem = "its references loop: " + cycle;
+                    }
+                }
+            }
+            const int finished = frame.node;
+            frames.pop_back();
+            if (!frames.empty()) {
+                const auto parent = static_cast<std::size_t>(frames.back().node);
+                low[parent] = std::min(low[parent], low[static_cast<std::size_t>(finished)]);
+            }
+        }
+    }
+}
+
+// A node that uses a node with a problem has it too: the GenICam library would meet it while
+// evaluating. Each node names the first problem it reaches.
+void GenicamDescription::spreadProblems()
+{
+    const std::size_t count = m_nodes.size();
+    std::vector<std::vector<int>> usedBy(count);
+    for (std::size_t i = 0; i < count; ++i)
+        for (int target : m_nodes[i].uses)
+            usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
+    std::vector<int> queue;
+    std::vector<int> source(count, -1);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!m_nodes[i].problem.empty()) {
+            queue.push_back(static_cast<int>(i));
+            source[i] = static_cast<int>(i);
+        }
+    }
+    for (std::size_t q = 0; q < queue.size(); ++q) {
+        const int from = queue[q];
+        const int origin = source[static_cast<std::size_t>(from)];
+        for (int user : usedBy[static_cast<std::size_t>(from)]) {
+            const auto u = static_cast<std::size_t>(user);
+            if (source[u] >= 0)
+                continue;
+            source[u] = origin;
+            m_nodes[u].problem = "it depends on " + m_names[static_cast<std::size_t>(origin)] + ", and " +
+                                 m_nodes[static_cast<std::size_t>(origin)].problem;
+            queue.push_back(user);
+        }
+    }
+}
+
+const GenicamDescription::Node* GenicamDescription::entry(const std::string& enumeration,
+                                                          const std::string& name) const
+{
+    return node(entryKey(enumeration, name));
 }
 
 const GenicamDescription::Node* GenicamDescription::node(const std::string& name) const
 {
-    auto it = m_nodes.find(name);
-    return it == m_nodes.end() ? nullptr : &it->second;
+    auto it = m_index.find(name);
+    return it == m_index.end() ? nullptr : &m_nodes[static_cast<std::size_t>(it->second)];
+}
+
+int GenicamDescription::indexOf(const std::string& name) const
+{
+    auto it = m_index.find(name);
+    return it == m_index.end() ? -1 : it->second;
+}
+
+const GenicamDescription::Formulas* GenicamDescription::formulasAt(int index) const
+{
+    auto it = m_formulas.find(index);
+    return it == m_formulas.end() ? nullptr : &it->second;
+}
+
+// The nodes a value's evaluation passes through, in an order where each node's own uses come first.
+const GenicamDescription::Node& GenicamDescription::closureOf(int index)
+{
+    Node& node = m_nodes[static_cast<std::size_t>(index)];
+    if (node.formulasKnown)
+        return node;
+    node.formulasKnown = true;
+    if (!node.problem.empty())
+        return node;
+    std::vector<char> state(m_nodes.size(), 0); // 0 unseen, 1 open, 2 done
+    std::vector<std::pair<int, std::size_t>> stack{{index, 0}};
+    state[static_cast<std::size_t>(index)] = 1;
+    while (!stack.empty()) {
+        auto& [current, next] = stack.back();
+        const std::vector<int>& uses = m_nodes[static_cast<std::size_t>(current)].uses;
+        if (next < uses.size()) {
+            const int w = uses[next++];
+            if (state[static_cast<std::size_t>(w)] == 0) {
+                state[static_cast<std::size_t>(w)] = 1;
+                stack.emplace_back(w, 0);
+            }
+            continue;
+        }
+        const int done = current;
+        stack.pop_back();
+        state[static_cast<std::size_t>(done)] = 2;
+        if (m_formulas.count(done))
+            node.dividingFormulas.push_back(done);
+        if (!m_nodes[static_cast<std::size_t>(done)].length.empty())
+            node.lengthNodes.push_back(done);
+    }
+    return node;
 }
 
 } // namespace genicam

@@ -2,13 +2,16 @@
 
 #include "family/genicam/AravisSupport.h"
 #include "family/genicam/FeatureIo.h"
+#include "family/genicam/OfflineDevice.h"
 
 #include <arv.h>
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <future>
 #include <sstream>
+#include <unordered_set>
 
 namespace vorn {
 namespace core {
@@ -24,10 +27,39 @@ const char* const kRootCategory = "Root";
 const std::chrono::milliseconds kProbePeriod(200);
 // How often an active command's pIsDone is read when the description gives no polling time.
 const int kCommandPollMs = 100;
+const char* const kOnlyTheCameraTells = "only the camera can tell it (an offline description holds no value)";
 
 std::string text(const char* s)
 {
     return s ? std::string(s) : std::string();
+}
+
+// The parameter tree's texts are Latin-1, one byte a character; the GenICam library hands out UTF-8,
+// whatever encoding the description was written in. Characters beyond Latin-1 become '?'.
+std::string latin1(const char* s)
+{
+    std::string out;
+    if (!s)
+        return out;
+    const auto* p = reinterpret_cast<const unsigned char*>(s);
+    while (*p) {
+        const unsigned char c = *p;
+        int extra = c < 0x80 ? 0 : (c >> 5) == 0x6 ? 1 : (c >> 4) == 0xe ? 2 : (c >> 3) == 0x1e ? 3 : -1;
+        unsigned long code = extra == 0   ? c
+                             : extra == 1 ? (c & 0x1fu)
+                             : extra == 2 ? (c & 0x0fu)
+                                          : (c & 0x07u);
+        ++p;
+        for (int i = 0; i < extra && extra > 0; ++i, ++p) {
+            if ((*p >> 6) != 0x2) {
+                extra = -1;
+                break;
+            }
+            code = (code << 6) | (*p & 0x3fu);
+        }
+        out += extra >= 0 && code <= 0xff ? static_cast<char>(code) : '?';
+    }
+    return out;
 }
 
 // Aravis prefixes messages with the names of the nodes it went through ("[Width] [WidthReg] ...");
@@ -133,6 +165,8 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         AravisQuietScope quiet;
         std::string error;
         result->ok = openSource(source, what, &error) && buildLayout(&error);
+        if (result->ok && source == Source::XmlFile)
+            startAtAllowedValues();
         if (result->ok) {
             for (std::size_t i = 0; i < m_layout.features.size(); ++i)
                 m_published[i] = read(static_cast<int>(i));
@@ -144,6 +178,9 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         opened->set_value();
         if (result->ok)
             run();
+        if (m_ownGc)
+            g_object_unref(m_ownGc);
+        m_ownGc = nullptr;
         if (m_device)
             g_object_unref(m_device);
         m_device = nullptr;
@@ -167,15 +204,15 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
         break;
     }
     case Source::XmlFile: {
-        // Checked here first: Aravis's parser would log libxml's complaints and carry on.
+        // Read once and checked here first; the GenICam library then parses what was read.
         if (!m_description.loadFile(what, error))
             return false;
-        guardSimulatedDeviceMemory();
-        std::lock_guard<std::mutex> lock(aravisSystemMutex());
-        arv_set_fake_camera_genicam_filename(what.c_str());
-        m_device = arv_fake_device_new(kSimulatedSerial, &e);
-        // Later simulated cameras get the built-in description again.
-        arv_set_fake_camera_genicam_filename(nullptr);
+        std::string reason;
+        m_device = OfflineDevice::create(m_description.xml(), &reason);
+        if (!m_device) {
+            *error = what + ": " + reason;
+            return false;
+        }
         break;
     }
     case Source::Device: {
@@ -202,10 +239,9 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
         *error = label + ": the device has no usable GenICam description";
         return false;
     }
-    // Aravis checks neither ranges nor access unless asked to.
-    arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_ENABLE);
-    arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_ENABLE);
     if (source != Source::XmlFile) {
+        // A device's description is input from outside too: checked before anything of it is
+        // evaluated, and parsed again by the GenICam library where the check had to rewrite it.
         std::size_t size = 0;
         const char* xml = arv_device_get_genicam_xml(m_device, &size);
         if (!xml || size == 0) {
@@ -214,7 +250,19 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
         }
         if (!m_description.load(xml, size, label, error))
             return false;
+        const std::string& checked = m_description.xml();
+        if (checked.size() != size || std::memcmp(checked.data(), xml, size) != 0) {
+            m_ownGc = arv_gc_new(m_device, checked.data(), checked.size());
+            if (!m_ownGc) {
+                *error = label + ": the device has no usable GenICam description";
+                return false;
+            }
+            m_gc = m_ownGc;
+        }
     }
+    // Aravis checks neither ranges nor access unless asked to.
+    arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_ENABLE);
+    arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_ENABLE);
     m_layout.live = source == Source::Device;
     m_errors.setLive(m_layout.live);
     return true;
@@ -227,8 +275,8 @@ bool GenicamDevice::buildLayout(std::string* error)
         *error = "the description has no category named Root";
         return false;
     }
-    std::vector<std::string> ancestors{kRootCategory};
-    addFeatures(root, -1, ancestors);
+    if (!addFeatures(root, error))
+        return false;
     m_published.assign(m_layout.features.size(), ParameterState());
     const auto now = Clock::now();
     for (std::size_t i = 0; i < m_bindings.size(); ++i)
@@ -237,26 +285,116 @@ bool GenicamDevice::buildLayout(std::string* error)
     return true;
 }
 
-void GenicamDevice::addFeatures(ArvGcNode* category, int parentPlace, std::vector<std::string>& ancestors)
+void GenicamDevice::startAtAllowedValues()
 {
-    // Aravis keeps a category's features in document order.
-    for (const GSList* it = arv_gc_category_get_features(ARV_GC_CATEGORY(category)); it; it = it->next) {
-        const std::string name = static_cast<const char*>(it->data);
+    // Offline, the registers behind a description start at zero, which many features do not allow
+    // (an exposure time of 0, a value no enumeration entry has). A fresh camera starts at values its
+    // description allows, and so does the offline device: each feature outside what it allows is set
+    // to its minimum, or to its enumeration's first available entry. Read-only registers too, so the
+    // access check is off meanwhile (nothing but this device sees these writes).
+    // A bound may itself rest on a register still at zero (a width up to the sensor's width), so
+    // the range check is off too: the minimum is what the description allows at the least.
+    arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_DISABLE);
+    arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_DISABLE);
+    for (std::size_t i = 0; i < m_layout.features.size(); ++i) {
+        const FeatureLayout& f = m_layout.features[i];
+        const ParameterKindId id = f.kind;
+        if (!f.problem.empty() || !(id == ParameterKindId::Integer || id == ParameterKindId::UInt64 ||
+                                    id == ParameterKindId::Float || id == ParameterKindId::Enumeration))
+            continue;
+        const ParameterState state = read(static_cast<int>(i));
+        // A value off the increment's grid is the description's own (a Value it gives), not zeros.
+        ParameterLimits bounds = state.limits;
+        bounds.increment = ParameterValue();
+        if (!state.valid || f.parameterKind().refusal(toAny(state.value), bounds).empty())
+            continue;
+        ParameterValue start;
+        if (id == ParameterKindId::Enumeration) {
+            for (const ParameterChoice& choice : state.limits.choices) {
+                if (choice.access != peamNotImplemented && choice.access != peamNotAvailable) {
+                    start = choice.value;
+                    break;
+                }
+            }
+        } else {
+            start = state.limits.minimum;
+        }
+        if (std::holds_alternative<std::monostate>(start))
+            continue;
+        GError* e = nullptr;
+        m_bindings[i].io->write(m_bindings[i].nodes, toAny(start), &e);
+        g_clear_error(&e);
+    }
+    // The device information a camera keeps in read-only registers, the description names itself.
+    const std::pair<const char*, const std::string*> identity[] = {
+        {"DeviceVendorName", &m_description.vendorName()}, {"DeviceModelName", &m_description.modelName()}};
+    for (const auto& [name, value] : identity) {
+        auto found = m_featureByName.find(name);
+        if (found == m_featureByName.end() || value->empty())
+            continue;
+        const FeatureLayout& f = m_layout.features[found->second];
+        if (f.kind != ParameterKindId::String || !f.problem.empty())
+            continue;
+        const ParameterState state = read(found->second);
+        std::string text = *value;
+        if (state.limits.maxLength && *state.limits.maxLength >= 0 &&
+            text.size() > static_cast<std::size_t>(*state.limits.maxLength))
+            text.resize(static_cast<std::size_t>(*state.limits.maxLength));
+        GError* e = nullptr;
+        m_bindings[found->second].io->write(m_bindings[found->second].nodes, boost::any(text), &e);
+        g_clear_error(&e);
+    }
+    arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_ENABLE);
+    arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_ENABLE);
+    m_errors.takeMessage();
+    m_offline = true;
+}
+
+bool GenicamDevice::addFeatures(ArvGcNode* root, std::string* error)
+{
+    // A category appears under every category that lists it, as the description says; one that
+    // lists itself or an ancestor is left out there. The walk keeps its own stack (the nesting is
+    // the description's to choose), and the rows it makes are capped: categories listed by several
+    // parents multiply, and a small file can describe a lattice of millions of rows.
+    struct Level
+    {
+        const GSList* next; // the category's next feature
+        int place;          // the category's row, -1 for Root
+        std::string name;
+    };
+    std::vector<Level> levels;
+    std::unordered_set<std::string> onPath{kRootCategory}; // the names in levels
+    levels.push_back(Level{arv_gc_category_get_features(ARV_GC_CATEGORY(root)), -1, kRootCategory});
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        if (!level.next) {
+            onPath.erase(level.name);
+            levels.pop_back();
+            continue;
+        }
+        const std::string name = static_cast<const char*>(level.next->data);
+        level.next = level.next->next;
+        const int parentPlace = level.place;
         ArvGcNode* node = arv_gc_get_node(m_gc, name.c_str());
         if (!node || !ARV_IS_GC_FEATURE_NODE(node))
             continue;
         const bool isCategory = ARV_IS_GC_CATEGORY(node);
-        if (isCategory && std::find(ancestors.begin(), ancestors.end(), name) != ancestors.end())
+        if (isCategory && onPath.count(name))
             continue;
+        if (m_layout.places.size() >= kMaxRows) {
+            *error = "the description makes more than " + std::to_string(kMaxRows) +
+                     " rows (its categories are listed by many parents; " + name + " is one too many)";
+            return false;
+        }
         const int feature = addFeature(name, node);
         const int place = static_cast<int>(m_layout.places.size());
         m_layout.places.push_back(PlaceLayout{feature, parentPlace});
         if (isCategory) {
-            ancestors.push_back(name);
-            addFeatures(node, place, ancestors);
-            ancestors.pop_back();
+            onPath.insert(name);
+            levels.push_back(Level{arv_gc_category_get_features(ARV_GC_CATEGORY(node)), place, name});
         }
     }
+    return true;
 }
 
 int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
@@ -270,10 +408,13 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
     FeatureLayout f;
     Binding b;
     b.nodes.node = node;
+    b.described = m_description.indexOf(name);
     f.name = name;
-    f.displayName = text(arv_gc_feature_node_get_display_name(featureNode));
-    f.toolTip = text(arv_gc_feature_node_get_tooltip(featureNode));
-    f.description = text(arv_gc_feature_node_get_description(featureNode));
+    if (described)
+        f.problem = described->problem;
+    f.displayName = latin1(arv_gc_feature_node_get_display_name(featureNode));
+    f.toolTip = latin1(arv_gc_feature_node_get_tooltip(featureNode));
+    f.description = latin1(arv_gc_feature_node_get_description(featureNode));
     f.visibility = visibilityOf(arv_gc_feature_node_get_visibility(featureNode));
 
     const std::string tag = text(arv_dom_node_get_node_name(ARV_DOM_NODE(node)));
@@ -294,16 +435,18 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
             auto* entryNode = ARV_GC_FEATURE_NODE(child);
             EnumEntryLayout entry;
             entry.name = text(arv_gc_feature_node_get_name(entryNode));
-            entry.displayName = text(arv_gc_feature_node_get_display_name(entryNode));
-            entry.toolTip = text(arv_gc_feature_node_get_tooltip(entryNode));
-            entry.description = text(arv_gc_feature_node_get_description(entryNode));
+            entry.displayName = latin1(arv_gc_feature_node_get_display_name(entryNode));
+            entry.toolTip = latin1(arv_gc_feature_node_get_tooltip(entryNode));
+            entry.description = latin1(arv_gc_feature_node_get_description(entryNode));
             entry.visibility = visibilityOf(arv_gc_feature_node_get_visibility(entryNode));
             GError* e = nullptr;
             entry.value = arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(child), &e);
             if (e)
                 g_error_free(e);
             f.entries.push_back(entry);
-            b.nodes.entries.push_back(ARV_GC_NODE(child));
+            const GenicamDescription::Node* entryDescribed = m_description.entry(name, entry.name);
+            const bool evaluable = !entryDescribed || entryDescribed->problem.empty();
+            b.nodes.entries.push_back(evaluable ? ARV_GC_NODE(child) : nullptr);
         }
     } else if (ARV_IS_GC_BOOLEAN(node)) {
         f.kind = ParameterKindId::Boolean;
@@ -311,7 +454,8 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
         f.kind = ParameterKindId::Integer;
         // An IntReg is unsigned unless it says otherwise. At 8 bytes its values above 2^63 do not
         // fit Aravis's signed integers, so it is read and written as bytes.
-        if (tag == "IntReg" && ARV_IS_GC_REGISTER(node) && (!described || described->sign != "Signed")) {
+        if (tag == "IntReg" && ARV_IS_GC_REGISTER(node) && f.problem.empty() &&
+            (!described || described->sign != "Signed")) {
             GError* e = nullptr;
             const guint64 length = arv_gc_register_get_length(ARV_GC_REGISTER(node), &e);
             if (e)
@@ -320,11 +464,11 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
                 f.kind = ParameterKindId::UInt64;
         }
         b.nodes.bigEndian = described && described->endianess == "BigEndian";
-        f.unit = text(arv_gc_integer_get_unit(ARV_GC_INTEGER(node)));
+        f.unit = latin1(arv_gc_integer_get_unit(ARV_GC_INTEGER(node)));
         f.representation = representationOf(arv_gc_integer_get_representation(ARV_GC_INTEGER(node)));
     } else if (ARV_IS_GC_FLOAT(node)) {
         f.kind = ParameterKindId::Float;
-        f.unit = text(arv_gc_float_get_unit(ARV_GC_FLOAT(node)));
+        f.unit = latin1(arv_gc_float_get_unit(ARV_GC_FLOAT(node)));
     } else if (ARV_IS_GC_STRING(node)) {
         f.kind = ParameterKindId::String;
     } else {
@@ -382,12 +526,139 @@ ParameterEntryAccessMode GenicamDevice::accessOf(ArvGcNode* node, bool* locked)
 ParameterState GenicamDevice::read(int index)
 {
     const Binding& b = m_bindings[index];
+    const FeatureLayout& f = m_layout.features[index];
     ParameterState state;
+    // What the description does not let be evaluated is never handed to the GenICam library.
+    if (!f.problem.empty()) {
+        state.problem = f.problem;
+        return state;
+    }
     AccessClock clock(m_accessStarted);
+    m_errors.takeMessage();
     state.access = accessOf(b.nodes.node, nullptr);
-    if (!m_errors.lost())
-        b.io->read(m_layout.features[index], b.nodes, state, m_errors);
+    if (m_errors.lost())
+        return state;
+    state.problem = evaluationProblem(index);
+    if (!state.problem.empty() || m_errors.lost())
+        return state;
+    b.io->read(f, b.nodes, state, m_errors);
+    if (m_offline && state.valid && state.access == peamReadOnly && f.kind == ParameterKindId::String &&
+        std::get_if<std::string>(&state.value) && std::get_if<std::string>(&state.value)->empty()) {
+        // What a camera reports of itself (its serial number, its firmware) no file holds.
+        state.valid = false;
+        state.problem = kOnlyTheCameraTells;
+        return state;
+    }
+    if (state.valid)
+        return state;
+    switch (state.access) {
+    case peamReadWrite:
+        state.problem = "it can be written, but not read";
+        break;
+    case peamNotImplemented:
+        state.problem = "the device does not implement it";
+        break;
+    case peamNotAvailable:
+        state.problem = "it is not available now";
+        break;
+    default:
+        state.problem = m_errors.lost() ? std::string(kNoAnswer) : m_errors.takeMessage();
+        break;
+    }
     return state;
+}
+
+std::string GenicamDevice::evaluationProblem(int index)
+{
+    const int described = m_bindings[index].described;
+    if (described < 0)
+        return std::string();
+    const GenicamDescription::Node& node = m_description.closureOf(described);
+    for (int formulaNode : node.dividingFormulas) {
+        const GenicamDescription::Formulas* formulas = m_description.formulasAt(formulaNode);
+        for (const Formula& formula : formulas->read) {
+            Formula::Number value;
+            std::string problem;
+            auto variable = [&](const std::string& name, Formula::Number* out, std::string* why) {
+                return formulaVariable(*formulas, name, out, why, 0);
+            };
+            if (!formula.evaluate(variable, formulas->integer, &value, &problem)) {
+                const std::string& name = m_description.nameAt(formulaNode);
+                return name == m_layout.features[index].name
+                           ? "its formula fails: " + problem
+                           : "its value passes through " + name + ", whose formula fails: " + problem;
+            }
+        }
+    }
+    for (int lengthNode : node.lengthNodes) {
+        const std::string& lengthName = m_description.nodeAt(lengthNode).length;
+        ArvGcNode* length = arv_gc_get_node(m_gc, lengthName.c_str());
+        if (!length || !ARV_IS_GC_INTEGER(length))
+            continue;
+        GError* e = nullptr;
+        const gint64 bytes = arv_gc_integer_get_value(ARV_GC_INTEGER(length), &e);
+        m_errors.note(e);
+        const bool failed = e != nullptr;
+        g_clear_error(&e);
+        if (failed)
+            return "the length of " + m_description.nameAt(lengthNode) + " cannot be read";
+        if (bytes < 0 || bytes > GenicamDescription::kMaxRegisterLength)
+            return "the register " + m_description.nameAt(lengthNode) + " would be " + std::to_string(bytes) +
+                   " bytes long; registers above " + std::to_string(GenicamDescription::kMaxRegisterLength) +
+                   " bytes are not read";
+    }
+    return std::string();
+}
+
+bool GenicamDevice::formulaVariable(const GenicamDescription::Formulas& formulas, const std::string& name,
+                                    Formula::Number* value, std::string* problem, int depth)
+{
+    // Constants and sub-expressions; the description was checked for sub-expressions that loop.
+    auto constant = formulas.constants.find(name);
+    if (constant != formulas.constants.end()) {
+        auto formula = Formula::parse(constant->second, problem);
+        if (!formula || depth > 32)
+            return false;
+        return formula->evaluate(
+            [&](const std::string& inner, Formula::Number* out, std::string* why) {
+                return formulaVariable(formulas, inner, out, why, depth + 1);
+            },
+            formulas.integer, value, problem);
+    }
+    std::string nodeName;
+    auto variable = formulas.variables.find(name.substr(0, name.find('.')));
+    if (variable != formulas.variables.end())
+        nodeName = variable->second;
+    else if (name == "FROM")
+        nodeName = formulas.from;
+    ArvGcNode* node = nodeName.empty() ? nullptr : arv_gc_get_node(m_gc, nodeName.c_str());
+    if (!node) {
+        *problem = "variable " + name + " that names nothing";
+        return false;
+    }
+    GError* e = nullptr;
+    if (ARV_IS_GC_FLOAT(node)) {
+        value->integer = false;
+        value->d = arv_gc_float_get_value(ARV_GC_FLOAT(node), &e);
+    } else if (ARV_IS_GC_INTEGER(node)) {
+        value->integer = true;
+        value->i = arv_gc_integer_get_value(ARV_GC_INTEGER(node), &e);
+    } else if (ARV_IS_GC_ENUMERATION(node)) {
+        value->integer = true;
+        value->i = arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(node), &e);
+    } else if (ARV_IS_GC_BOOLEAN(node)) {
+        value->integer = true;
+        value->i = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), &e) ? 1 : 0;
+    } else {
+        *problem = "variable " + name + " that has no number";
+        return false;
+    }
+    m_errors.note(e);
+    const bool ok = !e;
+    g_clear_error(&e);
+    if (!ok)
+        *problem = "variable " + name + " that cannot be read";
+    return ok;
 }
 
 std::string GenicamDevice::write(int index, const boost::any& value)
@@ -399,6 +670,8 @@ std::string GenicamDevice::write(int index, const boost::any& value)
     const Binding& b = m_bindings[index];
     if (!kind.takesWrites())
         return kind.refusal(value, ParameterLimits());
+    if (!f.problem.empty())
+        return f.problem;
 
     AccessClock clock(m_accessStarted);
     bool locked = false;

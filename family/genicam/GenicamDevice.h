@@ -35,6 +35,8 @@ class GenicamDevice
 {
 public:
     enum class Source { Simulated, XmlFile, Device };
+    // The most rows a description may make; no camera comes near (the largest have a few thousand).
+    static constexpr std::size_t kMaxRows = 250000;
     using Publisher = std::function<void(std::shared_ptr<Publication>)>;
 
     struct OpenResult
@@ -90,6 +92,7 @@ private:
     {
         FeatureNodes nodes;
         const FeatureIo* io = nullptr; // the Aravis side of the feature's kind
+        int described = -1;            // the feature's node in the description
         Clock::time_point due;         // next poll
     };
 
@@ -104,10 +107,16 @@ private:
 
     bool openSource(Source source, const std::string& what, std::string* error);
     bool buildLayout(std::string* error);
-    void addFeatures(ArvGcNode* category, int parentPlace, std::vector<std::string>& ancestors);
+    bool addFeatures(ArvGcNode* root, std::string* error);
+    void startAtAllowedValues();
     int addFeature(const std::string& name, ArvGcNode* node);
 
     ParameterState read(int feature);
+    // Why reading the feature now would give a made-up value (a division by zero on its way, a
+    // register length beyond what is read), or empty. Evaluates what the GenICam library would.
+    std::string evaluationProblem(int feature);
+    bool formulaVariable(const GenicamDescription::Formulas& formulas, const std::string& name,
+                         Formula::Number* value, std::string* problem, int depth);
     ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
     std::string write(int feature, const boost::any& value);
     // Reads a feature and notes it in the publication when it changed; false once the device is lost.
@@ -130,6 +139,7 @@ private:
     // Device thread only.
     ArvDevice* m_device = nullptr;
     ArvGc* m_gc = nullptr;
+    ArvGc* m_ownGc = nullptr; // a document of our own, made from the checked description
     GenicamDescription m_description;
     Layout m_layout;
     std::vector<Binding> m_bindings;
@@ -137,6 +147,7 @@ private:
     std::vector<ParameterState> m_published;
     AccessErrors m_errors; // a device that stopped answering is lost
     bool m_lostPublished = false;
+    bool m_offline = false; // a description file without its camera
     std::uint64_t m_giveUpsAnswered = 0;
     Clock::time_point m_nextProbe;
 };

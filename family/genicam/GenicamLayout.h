@@ -44,6 +44,9 @@ struct FeatureLayout
     ParameterIntegerRepresentation representation = pirPureNumber;
     std::vector<EnumEntryLayout> entries;
     int pollingMs = 0; // 0: not polled
+    // Why the description does not let the value be evaluated ("its references loop: A -> B -> A"),
+    // or empty.
+    std::string problem;
 
     const ParameterKind& parameterKind() const { return ParameterKind::of(kind); }
     // The entries as writes are checked against them, all available.

@@ -137,14 +137,29 @@ void GenicamParameterTree::Impl::addEntries(MvParametersEnumerationNode& node,
     }
 }
 
-// The device's data are valid only while it answers.
+// The device's data are valid only while it answers. A value that cannot be read says why in the
+// node's tool tip and description: a row never stays blank without a reason.
 void GenicamParameterTree::Impl::applyToNodes(int feature)
 {
-    const ParameterKind& kind = layout.features[feature].parameterKind();
+    const FeatureLayout& f = layout.features[feature];
+    const ParameterKind& kind = f.parameterKind();
     ParameterState state = states[feature];
-    state.valid = state.valid && connected;
-    for (int p : placesOf[feature])
-        kind.apply(*placeNodes[p], state);
+    if (!connected) {
+        state.valid = false;
+        state.problem = genicam::kNoAnswer;
+    }
+    const std::string toolTip = f.toolTip.empty() ? f.description : f.toolTip;
+    const std::string why =
+        state.valid || state.problem.empty() ? std::string() : "Unreadable: " + state.problem;
+    auto explained = [&why](const std::string& text) {
+        return why.empty() ? text : text.empty() ? why : text + "\n\n" + why;
+    };
+    for (int p : placesOf[feature]) {
+        MvParametersEntryNode& node = *placeNodes[p];
+        kind.apply(node, state);
+        node.setToolTip(explained(toolTip));
+        node.setDescription(explained(f.description));
+    }
 }
 
 void GenicamParameterTree::Impl::setConnected(bool nowConnected, const std::string& why)

@@ -60,7 +60,7 @@ bool ParameterLimits::operator==(const ParameterLimits& other) const
 bool ParameterState::operator==(const ParameterState& other) const
 {
     return valid == other.valid && access == other.access && sameValue(value, other.value) &&
-           limits == other.limits && active == other.active;
+           limits == other.limits && active == other.active && problem == other.problem;
 }
 
 ParameterKind::ParameterKind(ParameterKindId id, const char* name, bool holdsValue)

@@ -61,19 +61,19 @@ TEST(GenicamSimulatedCameraFile, showsEveryFeatureWithItsKindAccessAndValue)
                                   "DeviceControl Category a4 v0 ",
                                   "  DeviceVendorName String a4 v0 \"Aravis\"",
                                   "  DeviceModelName String a4 v0 \"Fake\"",
-                                  "  DeviceManufacturerInfo String a4 v0 \"none\"",
-                                  "  DeviceID String a4 v0 \"VORN-SIM0\"",
-                                  "  DeviceVersion String a4 v0 \"0.8.26\"",
+                                  "  DeviceManufacturerInfo String a4 v0 -",
+                                  "  DeviceID String a4 v0 -",
+                                  "  DeviceVersion String a4 v0 -",
                                   "ImageFormatControl Category a4 v0 ",
-                                  "  SensorHeight Integer a4 v0 2048",
-                                  "  SensorWidth Integer a4 v0 2048",
+                                  "  SensorHeight Integer a4 v0 0",
+                                  "  SensorWidth Integer a4 v0 0",
                                   "  OffsetX Integer a5 v0 0",
                                   "  OffsetY Integer a5 v0 0",
-                                  "  Width Integer a5 v0 512",
-                                  "  Height Integer a5 v0 512",
+                                  "  Width Integer a5 v0 1",
+                                  "  Height Integer a5 v0 1",
                                   "  BinningHorizontal Integer a5 v0 1",
                                   "  BinningVertical Integer a5 v0 1",
-                                  "  PixelFormat Enumeration a5 v0 Mono8",
+                                  "  PixelFormat Enumeration a5 v0 BayerBG8",
                                   "AcquisitionControl Category a4 v0 ",
                                   "  AcquisitionMode Enumeration a5 v0 Continuous",
                                   "  AcquisitionStart Command a3 v0 idle",
@@ -83,15 +83,29 @@ TEST(GenicamSimulatedCameraFile, showsEveryFeatureWithItsKindAccessAndValue)
                                   "  TriggerSoftware Command a3 v0 idle",
                                   "  TriggerSource Enumeration a5 v0 Line0",
                                   "  TriggerActivation Enumeration a5 v0 RisingEdge",
-                                  "  ExposureTimeAbs Float a5 v0 10000",
+                                  "  ExposureTimeAbs Float a5 v0 10",
                                   "AnalogControl Category a4 v0 ",
                                   "  GainRaw Integer a5 v0 0",
                                   "  GainAuto Enumeration a5 v0 Off",
                                   "TransportLayerControl Category a4 v0 ",
-                                  "  PayloadSize Integer a4 v0 262144",
+                                  "  PayloadSize Integer a4 v0 1",
                                   "Debug Category a4 v0 ",
-                                  "  TestRegister Integer a5 v0 305419896",
+                                  "  TestRegister Integer a5 v0 0",
                               }));
+}
+
+TEST(GenicamSimulatedCameraFile, saysWhyWhatOnlyTheCameraKnowsHasNoValue)
+{
+    auto tree = openShared("simulated-camera.xml");
+    ASSERT_TRUE(tree);
+    auto id = tree->find("DeviceID");
+    ASSERT_TRUE(id);
+    EXPECT_FALSE(id->getDataValid());
+    EXPECT_EQ(id->getToolTip(),
+              "Unreadable: only the camera can tell it (an offline description holds no value)");
+    // The identity the description gives of itself stands for the camera's.
+    EXPECT_EQ(valueOf(tree->find("DeviceVendorName")), "\"Aravis\"");
+    EXPECT_EQ(valueOf(tree->find("DeviceModelName")), "\"Fake\"");
 }
 
 TEST(GenicamSimulatedCameraFile, takesDisplayNamesDescriptionsUnitsAndRanges)
@@ -112,7 +126,8 @@ TEST(GenicamSimulatedCameraFile, takesDisplayNamesDescriptionsUnitsAndRanges)
     auto width = as<MvParametersIntegerNode>(tree, "Width");
     ASSERT_TRUE(width);
     EXPECT_EQ(width->getMinValue(), 1);
-    EXPECT_EQ(width->getMaxValue(), 2048);
+    // Offline, the sensor's width is a register no file fills in.
+    EXPECT_EQ(width->getMaxValue(), 0);
     EXPECT_EQ(width->getStepValue(), 1);
     EXPECT_EQ(width->getRepresentation(), pirPureNumber);
     EXPECT_EQ(width->getUnit(), "");
@@ -124,7 +139,8 @@ TEST(GenicamSimulatedCameraFile, takesDisplayNamesDescriptionsUnitsAndRanges)
     ASSERT_TRUE(exposure);
     EXPECT_DOUBLE_EQ(exposure->getMinValue(), 10.0);
     EXPECT_DOUBLE_EQ(exposure->getMaxValue(), 10000000.0);
-    EXPECT_DOUBLE_EQ(exposure->getNodeValue(), 10000.0);
+    // Offline, a register starts at the least its feature allows, not at zero.
+    EXPECT_DOUBLE_EQ(exposure->getNodeValue(), 10.0);
 
     auto pixelFormat = as<MvParametersEnumerationNode>(tree, "PixelFormat");
     ASSERT_TRUE(pixelFormat);
@@ -132,7 +148,7 @@ TEST(GenicamSimulatedCameraFile, takesDisplayNamesDescriptionsUnitsAndRanges)
     EXPECT_EQ(entryNames(pixelFormat),
               (Strings{"BayerBG8", "BayerGB8", "BayerGR8", "BayerRG8", "Mono8", "RGB8", "Mono16"}))
         << "entries keep document order";
-    EXPECT_EQ(pixelFormat->getNodeIntValue(), 17301505);
+    EXPECT_EQ(pixelFormat->getNodeIntValue(), 17301515) << "the first entry";
     EXPECT_EQ(pixelFormat->getEnumEntryNodesEntry("RGB8")->getValue(), 35127316);
     EXPECT_EQ(entryNames(tree->find("AcquisitionMode")),
               (Strings{"Continuous", "SingleFrame", "MultiFrame"}));
