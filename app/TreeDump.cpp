@@ -34,17 +34,41 @@ QString cellText(const QModelIndex& index)
     return parts.join(QLatin1Char(' ')).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
 }
 
-void collect(const QAbstractItemModel& model, const QModelIndex& parent, int depth, std::vector<Line>& lines)
+// Every row in tree order. The nesting is the description's, so the walk keeps its own stack.
+void collect(const QAbstractItemModel& model, std::vector<Line>& lines)
 {
-    const int columns = model.columnCount(parent);
-    for (int row = 0; row < model.rowCount(parent); ++row) {
+    struct Level
+    {
+        QModelIndex parent;
+        int next;
+    };
+    std::vector<Level> levels{{QModelIndex(), 0}};
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        const QModelIndex parent = level.parent;
+        if (level.next >= model.rowCount(parent)) {
+            levels.pop_back();
+            continue;
+        }
+        const int row = level.next++;
         Line line;
-        line.depth = depth;
-        for (int column = 0; column < columns; ++column)
+        line.depth = static_cast<int>(levels.size()) - 1;
+        for (int column = 0; column < model.columnCount(parent); ++column)
             line.cells << cellText(model.index(row, column, parent));
         lines.push_back(line);
-        collect(model, model.index(row, 0, parent), depth + 1, lines);
+        levels.push_back(Level{model.index(row, 0, parent), 0});
     }
+}
+
+// The indentation of a row: two spaces a level, and beyond kMaxIndent levels the level as a number,
+// so that a deep tree's dump grows with its rows and not with their square.
+const int kMaxIndent = 32;
+
+QString indentOf(int depth)
+{
+    if (depth <= kMaxIndent)
+        return QString(2 * depth, QLatin1Char(' '));
+    return QString(2 * kMaxIndent, QLatin1Char(' ')) + QStringLiteral("[%1] ").arg(depth);
 }
 
 } // namespace
@@ -56,7 +80,7 @@ QString TreeDump::render(const QAbstractItemModel& model)
     for (int column = 0; column < model.columnCount(); ++column)
         header.cells << model.headerData(column, Qt::Horizontal).toString();
     lines.push_back(header);
-    collect(model, QModelIndex(), 0, lines);
+    collect(model, lines);
 
     // Each column but the last is as wide as its widest cell (with the first column's indentation),
     // plus two spaces.
@@ -64,7 +88,7 @@ QString TreeDump::render(const QAbstractItemModel& model)
     for (const Line& line : lines)
         for (int column = 0; column < static_cast<int>(widths.size()) && column < line.cells.size();
              ++column) {
-            const int indent = column == 0 ? 2 * line.depth : 0;
+            const int indent = column == 0 ? indentOf(line.depth).size() : 0;
             widths[column] = std::max(widths[column], indent + line.cells[column].size());
         }
 
@@ -74,7 +98,7 @@ QString TreeDump::render(const QAbstractItemModel& model)
         for (int column = 0; column < line.cells.size(); ++column) {
             QString cell = line.cells[column];
             if (column == 0)
-                cell.prepend(QString(2 * line.depth, QLatin1Char(' ')));
+                cell.prepend(indentOf(line.depth));
             if (column < static_cast<int>(widths.size()))
                 cell = cell.leftJustified(widths[column] + 2);
             text += cell;

@@ -44,13 +44,20 @@ private:
     boost::shared_ptr<GenericModel> m_model;
 };
 
-void collect(const boost::shared_ptr<MvParametersEntryNode>& node,
+// Every node below root in tree order; the nesting is the input's, so the walk keeps its own stack.
+void collect(const boost::shared_ptr<MvParametersEntryNode>& root,
              std::vector<boost::shared_ptr<MvParametersEntryNode>>& out)
 {
-    if (auto children = node->getChildNodesEntryNode()) {
-        for (const auto& child : children->children()) {
-            out.push_back(boost::static_pointer_cast<MvParametersEntryNode>(child));
-            collect(out.back(), out);
+    std::vector<boost::shared_ptr<MvParametersEntryNode>> pending{root};
+    while (!pending.empty()) {
+        const auto node = pending.back();
+        pending.pop_back();
+        if (node != root)
+            out.push_back(node);
+        if (auto children = node->getChildNodesEntryNode()) {
+            const auto& list = children->children();
+            for (auto it = list.rbegin(); it != list.rend(); ++it)
+                pending.push_back(boost::static_pointer_cast<MvParametersEntryNode>(*it));
         }
     }
 }

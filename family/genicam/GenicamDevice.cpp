@@ -164,7 +164,11 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
     m_thread = std::thread([this, source, what, result, opened] {
         AravisQuietScope quiet;
         std::string error;
-        result->ok = openSource(source, what, &error) && buildLayout(&error);
+        result->ok = openSource(source, what, &error);
+        if (result->ok && !buildLayout(&error)) {
+            result->ok = false;
+            error = (source == Source::Simulated ? std::string("simulated camera") : what) + ": " + error;
+        }
         if (result->ok && source == Source::XmlFile)
             startAtAllowedValues();
         if (result->ok) {

@@ -662,6 +662,11 @@ bool Formula::evaluateNode(int index, const Variables& variables, bool integer, 
                 *problem = "division by zero";
                 return false;
             }
+            if (b.i == -1 && a.i == std::numeric_limits<std::int64_t>::min() && node.op == Op::Divide) {
+                // The library's answer would wrap to the dividend itself: no value to show.
+                *problem = "the quotient does not fit in 64 bits";
+                return false;
+            }
             if (b.i == -1)
                 r.i = node.op == Op::Divide ? wrap(0 - ux) : 0;
             else

@@ -92,7 +92,8 @@ TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
     EXPECT_EQ(tree->deviceState(), GenicamParameterTree::dsLost);
     EXPECT_GE(recorder.allChanged, 1) << "the model was told";
     ASSERT_FALSE(recorder.errors.empty());
-    EXPECT_EQ(recorder.errors.front().rfind(std::string("Lost the connection to ") + kCameraAddress + ": ", 0), 0u)
+    EXPECT_EQ(
+        recorder.errors.front().rfind(std::string("Lost the connection to ") + kCameraAddress + ": ", 0), 0u)
         << recorder.errors.front();
 
     // A write now is refused as soon as the device thread gets to it, naming the reason.
