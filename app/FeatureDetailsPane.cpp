@@ -34,6 +34,9 @@ FeatureDetailsPane::FeatureDetailsPane(QWidget* parent) : QWidget(parent)
     m_increment = addRow(QStringLiteral("Increment"), 2, 1);
     m_unit = addRow(QStringLiteral("Unit"), 3, 0);
     m_representation = addRow(QStringLiteral("Representation"), 3, 1);
+    m_entries = addRow(QStringLiteral("Entries"), 4, 0);
+    // The list of entries takes the whole width, one entry a line.
+    m_grid->addWidget(m_entries.value, 4, 1, 1, 3);
     // Values take the spare width; the property names keep theirs.
     m_grid->setColumnStretch(1, 1);
     m_grid->setColumnStretch(3, 1);
@@ -78,8 +81,8 @@ void FeatureDetailsPane::showFeature(const boost::shared_ptr<core::models::MvPar
 {
     if (!node) {
         m_title->setText(QStringLiteral("No feature selected"));
-        for (const Row* row :
-             {&m_name, &m_kind, &m_access, &m_visibility, &m_range, &m_increment, &m_unit, &m_representation})
+        for (const Row* row : {&m_name, &m_kind, &m_access, &m_visibility, &m_range, &m_increment, &m_unit,
+                               &m_representation, &m_entries})
             setRow(*row, QString());
         m_description->setText(
             QStringLiteral("Select a feature in the tree to see what it is and what it takes."));
@@ -95,6 +98,7 @@ void FeatureDetailsPane::showFeature(const boost::shared_ptr<core::models::MvPar
     setRow(m_increment, facts.increment());
     setRow(m_unit, facts.unit());
     setRow(m_representation, facts.representation());
+    setRow(m_entries, facts.entries());
     const QString description = facts.description();
     m_description->setText(description.isEmpty() ? QStringLiteral("No description.") : description);
 }

@@ -37,6 +37,7 @@ private:
     QLabel* m_title = nullptr;
     QLabel* m_description = nullptr;
     Row m_name, m_kind, m_access, m_visibility, m_range, m_increment, m_unit, m_representation;
+    Row m_entries;
     QGridLayout* m_grid = nullptr;
 };
 

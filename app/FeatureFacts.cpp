@@ -1,5 +1,10 @@
 #include "FeatureFacts.h"
 
+#include <vorn/host/MvParametersEnumEntryNode.h>
+#include <vorn/host/MvParametersEnumerationNode.h>
+
+#include <QStringList>
+
 namespace vorn {
 namespace browser {
 
@@ -73,6 +78,31 @@ QString FeatureFacts::representation() const
 {
     const auto representation = m_kind.presentation(m_node).representation;
     return representation ? representationName(*representation) : QString();
+}
+
+QString FeatureFacts::entries() const
+{
+    const auto* enumeration = dynamic_cast<const MvParametersEnumerationNode*>(&m_node);
+    if (!enumeration)
+        return QString();
+    QStringList lines;
+    auto entries = enumeration->getEnumEntryNodes();
+    while (entries->hasNext()) {
+        const auto entry = entries->next();
+        QString line = QStringLiteral("%1 = %2").arg(latin1(entry->getDisplayName())).arg(entry->getValue());
+        switch (entry->getAccessMode()) {
+        case peamNotImplemented:
+            line += QStringLiteral(", not implemented");
+            break;
+        case peamNotAvailable:
+            line += QStringLiteral(", not available now");
+            break;
+        default:
+            break;
+        }
+        lines << line;
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 bool FeatureFacts::hasValue() const

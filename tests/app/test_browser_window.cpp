@@ -271,8 +271,36 @@ TEST_F(BrowserWindowTest, theDescriptionPaneDescribesTheSelectedFeature)
     EXPECT_EQ(pane->shownText(QStringLiteral("Title")), QStringLiteral("Pixel Format"));
     EXPECT_EQ(pane->shownText(QStringLiteral("Kind")), QStringLiteral("Enumeration"));
     EXPECT_EQ(pane->shownText(QStringLiteral("Range")), QString());
+    EXPECT_EQ(pane->shownText(QStringLiteral("Entries")),
+              QStringLiteral("Mono8 = 17301505\nMono 12 = 17825797\nMono 16 = 17825799, not available now\n"
+                             "RGB 8 = 35127316"));
     choose("modelBox", QStringLiteral("Plain"));
     EXPECT_EQ(pane->shownText(QStringLiteral("Name")), QStringLiteral("PixelFormat"));
+}
+
+TEST_F(BrowserWindowTest, anOfflineDescriptionSaysSoAndShowsWhatTheFileHolds)
+{
+    const QString path = QStringLiteral(VORN_GENICAM_SHARED_DATA "/simulated-camera.xml");
+    QString error;
+    auto source = ParameterSource::openXmlFile(path, &error);
+    ASSERT_TRUE(source) << error.toStdString();
+    window->setSource(std::move(source));
+    settle();
+    EXPECT_EQ(window->deviceStateText(), path + QStringLiteral(": offline description"));
+    choose("visibilityBox", QStringLiteral("Guru"));
+    auto* pane = child<FeatureDetailsPane>("detailsPane");
+    ASSERT_TRUE(pane);
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("PixelFormat")));
+    EXPECT_EQ(
+        pane->shownText(QStringLiteral("Entries")),
+        QStringLiteral("BayerBG8 = 17301515\nBayerGB8 = 17301514\nBayerGR8 = 17301512\nBayerRG8 = 17301513\n"
+                       "Mono8 = 17301505\nRGB8 = 35127316\nMono16 = 17825799"));
+    EXPECT_EQ(valueShown("Pixel format"), QStringLiteral("BayerBG8"));
+    // What only the camera knows is blank, and says why.
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("DeviceID")));
+    EXPECT_EQ(
+        pane->shownText(QStringLiteral("Description")),
+        QStringLiteral("Unreadable: only the camera can tell it (an offline description holds no value)"));
 }
 
 TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
