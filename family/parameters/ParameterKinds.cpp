@@ -81,9 +81,11 @@ std::string lowered(std::string text)
     return text;
 }
 
-// An integer's sign and magnitude, written in decimal, with 0x or 0b, as a dotted IPv4 address or a
-// colon-separated MAC address (as the views show them); blanks around it are allowed.
-bool integerOf(const std::string& input, bool* negative, unsigned long long* magnitude)
+// An integer's sign and magnitude, written in decimal, with 0x or 0b, and for an IPv4 address or a
+// MAC address also dotted or colon-separated (as the views show them; for other integers such text is
+// a mistake, not a number); blanks around it are allowed.
+bool integerOf(const std::string& input, ParameterIntegerRepresentation representation, bool* negative,
+               unsigned long long* magnitude)
 {
     std::string text = trimmed(input);
     *negative = !text.empty() && text[0] == '-';
@@ -94,7 +96,9 @@ bool integerOf(const std::string& input, bool* negative, unsigned long long* mag
         return digitsOf(text.substr(2), 16, magnitude);
     if (prefix == "0b")
         return digitsOf(text.substr(2), 2, magnitude);
-    if (!*negative && (dottedOf(text, magnitude) || colonOf(text, magnitude)))
+    if (!*negative && representation == pirIPV4Address && dottedOf(text, magnitude))
+        return true;
+    if (!*negative && representation == pirMACAddress && colonOf(text, magnitude))
         return true;
     return digitsOf(text, 10, magnitude);
 }
@@ -265,7 +269,8 @@ public:
                 return text(v);
             return "0x" + texts::digits(v, 16);
         case pirIPV4Address:
-            if (isSigned)
+            // Dotted only where the value is an address: wider values would lose their upper bits.
+            if (isSigned && v >= T(0) && v <= T(0xffffffff))
                 return texts::integerText(v, pirIPV4Address, std::string());
             return text(v);
         default:
@@ -283,7 +288,7 @@ public:
         }
         bool negative = false;
         unsigned long long magnitude = 0;
-        if (!integerOf(input, &negative, &magnitude)) {
+        if (!integerOf(input, as(node).getRepresentation(), &negative, &magnitude)) {
             *reason = isSigned ? "not an integer" : "not an unsigned integer";
             return false;
         }
@@ -639,7 +644,7 @@ public:
         if (!match) {
             bool negative = false;
             unsigned long long magnitude = 0;
-            if (integerOf(text, &negative, &magnitude))
+            if (integerOf(text, pirPureNumber, &negative, &magnitude))
                 match = e.entryByValue(static_cast<long long>(negative ? 0ull - magnitude : magnitude));
         }
         if (!match) {

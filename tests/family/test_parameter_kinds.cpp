@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include <limits>
 
 using namespace vorn::core::models;
@@ -38,7 +41,7 @@ protected:
     }
 };
 
-TEST_F(ValueTextTest, integersReadInDecimalHexBinaryAndAddressForms)
+TEST_F(ValueTextTest, integersReadInDecimalHexAndBinaryForms)
 {
     auto width = tree->integer(tree->root(), "Width").value(-42).node();
     EXPECT_EQ(*ParameterKind::of(*width).format(*width), "-42");
@@ -48,7 +51,6 @@ TEST_F(ValueTextTest, integersReadInDecimalHexBinaryAndAddressForms)
     EXPECT_EQ(parsed<long long>(*width, "0x1F"), 31);
     EXPECT_EQ(parsed<long long>(*width, "-0x10"), -16);
     EXPECT_EQ(parsed<long long>(*width, "0b101"), 5);
-    EXPECT_EQ(parsed<long long>(*width, "192.168.1.2"), 0xC0A80102);
     EXPECT_EQ(parsed<long long>(*width, "9223372036854775807"), std::numeric_limits<long long>::max());
     EXPECT_EQ(parsed<long long>(*width, "-9223372036854775808"), std::numeric_limits<long long>::min());
     EXPECT_EQ(refusal(*width, "9223372036854775808"), "outside the 64-bit integer range");
@@ -79,6 +81,38 @@ TEST_F(ValueTextTest, integersAreWrittenInTheFormTheirRepresentationSuggests)
     // Check boxes take words as well.
     EXPECT_EQ(parsed<long long>(*check, "false"), 0);
     EXPECT_EQ(parsed<long long>(*check, "TRUE"), 1);
+}
+
+TEST_F(ValueTextTest, addressTextIsOnlyForAddresses)
+{
+    auto width = tree->integer(tree->root(), "Width").value(1).node();
+    auto ip = tree->integer(tree->root(), "Ip").representation(pirIPV4Address).value(0x1C0A80142ll).node();
+    auto mac = tree->uint64(tree->root(), "Mac").representation(pirMACAddress).value(1).node();
+    // Dotted and colon text is a mistake for a plain integer, and each form only for its own kind.
+    EXPECT_EQ(refusal(*width, "192.168.1.66"), "not an integer");
+    EXPECT_EQ(refusal(*width, "ab:cd:ef:12:34:56"), "not an integer");
+    EXPECT_EQ(refusal(*ip, "ab:cd:ef:12:34:56"), "not an integer");
+    EXPECT_EQ(refusal(*mac, "192.168.1.66"), "not an unsigned integer");
+    // An address feature holding more than 32 bits is written whole, and reads back the same.
+    EXPECT_EQ(*ParameterKind::of(*ip).format(*ip), "7527203138");
+    EXPECT_EQ(parsed<long long>(*ip, "7527203138"), 0x1C0A80142ll);
+    ip->setNodeValue(-1);
+    EXPECT_EQ(*ParameterKind::of(*ip).format(*ip), "-1");
+}
+
+TEST_F(ValueTextTest, floatsKeepNanAndInfinities)
+{
+    auto gain = tree->floating(tree->root(), "Gain").value(0).node();
+    for (double v : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                     std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()}) {
+        gain->setNodeValue(v);
+        const std::string text = *ParameterKind::of(*gain).format(*gain);
+        EXPECT_EQ(parsed<double>(*gain, text), v) << text;
+    }
+    gain->setNodeValue(std::numeric_limits<double>::quiet_NaN());
+    const std::string text = *ParameterKind::of(*gain).format(*gain);
+    EXPECT_EQ(text, "nan");
+    EXPECT_TRUE(std::isnan(parsed<double>(*gain, text)));
 }
 
 TEST_F(ValueTextTest, unsignedIntegersKeepTheirTopBit)
