@@ -4,6 +4,8 @@
 
 #include <QCommandLineParser>
 
+#include <algorithm>
+
 namespace vorn {
 namespace browser {
 
@@ -123,6 +125,11 @@ bool BrowserOptions::parse(const QStringList& arguments, BrowserOptions* options
     for (const QString& text : parser.values(QStringLiteral("set"))) {
         FeatureAssignment assignment;
         std::string reason;
+        // The tree's texts are Latin-1: a character beyond it would reach the device as '?'.
+        if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0xff; })) {
+            *error = QStringLiteral("--set %1: only Latin-1 characters can be set").arg(text);
+            return false;
+        }
         if (!FeatureValueFile::parseAssignment(text.toLatin1().toStdString(), &assignment, &reason)) {
             *error = QStringLiteral("--set: %1").arg(QString::fromStdString(reason));
             return false;

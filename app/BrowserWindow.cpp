@@ -533,9 +533,8 @@ void BrowserWindow::loadValuesFrom()
         statusBar()->showMessage(QStringLiteral("Set every value from %1").arg(path), 5000);
         return;
     }
-    QStringList lines;
-    for (const auto& failure : failures)
-        lines << QString::fromStdString(failure.text());
+    // At most a hundred lines, however broken the file: the dialog fits the screen.
+    const QStringList lines = FeatureValueStore::reportLines(failures);
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Some Values Were Not Set"),
                     QStringLiteral("%1 value(s) from %2 could not be set:").arg(failures.size()).arg(path),
                     QMessageBox::Ok, this);

@@ -84,6 +84,11 @@ FeatureValueFile::Reading FeatureValueFile::read(const std::string& text)
         const std::string content = trimmed(line);
         if (content.empty() || content[0] == '#')
             continue;
+        if (line.find(kBeyondLatin1) != std::string::npos) {
+            reading.problems.push_back({number, "holds a character that no feature's text can hold (only "
+                                                "Latin-1 characters can be set)"});
+            continue;
+        }
         FeatureAssignment assignment;
         std::string reason;
         if (!parseAssignment(line, &assignment, &reason)) {

@@ -24,6 +24,10 @@ namespace browser {
 class FeatureValueFile
 {
 public:
+    // Stands for a character of the file that Latin-1 cannot hold (SUB, which no text holds): a line
+    // with it is refused.
+    static constexpr char kBeyondLatin1 = '\x1a';
+
     struct Reading
     {
         std::vector<FeatureAssignment> assignments;

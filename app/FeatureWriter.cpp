@@ -1,5 +1,6 @@
 #include "FeatureWriter.h"
 
+#include "FeatureTreeWalk.h"
 #include "ParameterSource.h"
 
 #include <vorn/host/MvParametersModel.h>
@@ -7,6 +8,7 @@
 
 #include <deque>
 #include <map>
+#include <unordered_map>
 
 namespace vorn {
 namespace browser {
@@ -57,6 +59,12 @@ private:
 std::vector<FeatureFailure> FeatureWriter::apply(const std::vector<FeatureAssignment>& assignments)
 {
     ErrorCollector collector(m_source.model());
+    // Every feature by name, found in one walk: a file of many lines must not walk the tree per line.
+    std::unordered_map<std::string, std::vector<boost::shared_ptr<MvParametersEntryNode>>> byName;
+    FeatureTreeWalk::forEach(m_source.model()->root(), [&byName](const FeatureTreeWalk::EntryPtr& node, int) {
+        byName[node->getName()].push_back(node);
+    });
+    static const std::vector<boost::shared_ptr<MvParametersEntryNode>> none;
     std::vector<std::string> messages(assignments.size());
     // The assignments written to each node, oldest first: the tree answers a node's writes in order.
     std::map<const core::GenericModelNode*, std::deque<std::size_t>> written;
@@ -66,7 +74,8 @@ std::vector<FeatureFailure> FeatureWriter::apply(const std::vector<FeatureAssign
         const FeatureAssignment& a = assignments[i];
         const std::string what = "Cannot set " + a.key() + (a.value.empty() ? "" : " to " + a.value);
         boost::shared_ptr<MvParametersEntryNode> node;
-        for (const auto& candidate : m_source.nodesNamed(a.name)) {
+        auto named = byName.find(a.name);
+        for (const auto& candidate : named == byName.end() ? none : named->second) {
             if (a.fieldIndex < 0 || isFieldIndex(*candidate, a.fieldIndex)) {
                 node = candidate;
                 break;

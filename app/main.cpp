@@ -48,8 +48,8 @@ int fail(const QString& reason)
 // True when nothing was refused; otherwise each reason on a line of its own.
 bool reportRefused(const std::vector<FeatureFailure>& refused)
 {
-    for (const auto& failure : refused)
-        fail(QString::fromStdString(failure.text()));
+    for (const QString& line : FeatureValueStore::reportLines(refused))
+        fail(line);
     return refused.empty();
 }
 

@@ -327,4 +327,35 @@ TEST(CommandLine, loadingNamesEachValueThatDidNotTakeByLine)
              QStringLiteral("parameter-browser: line 5: Cannot set Unknown to 3: no such feature")}));
 }
 
+TEST(CommandLine, aSaveThatFailsSaysSoAndExitsWithAnError)
+{
+    const BrowserRun run =
+        runBrowser({QStringLiteral("--example"), QStringLiteral("--save"), QStringLiteral("/dev/full")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(
+        run.errorLines(),
+        QStringList{QStringLiteral(
+            "parameter-browser: /dev/full: is not a regular file; feature values are saved to files only")});
+}
+
+TEST(CommandLine, setTakesLatin1TextAndRefusesWhatLatin1CannotHold)
+{
+    QTemporaryDir dir;
+    const QString saved = dir.filePath(QStringLiteral("values.txt"));
+    const BrowserRun accented =
+        runBrowser({QStringLiteral("--example"), QStringLiteral("--set"),
+                    QStringLiteral("DeviceUserID=Caf\u00e9"), QStringLiteral("--save"), saved});
+    ASSERT_EQ(accented.exitCode, 0) << accented.err.toStdString();
+    QFile file(saved);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("DeviceUserID=Caf\xc3\xa9\n"));
+
+    const BrowserRun euro = runBrowser({QStringLiteral("--example"), QStringLiteral("--set"),
+                                        QStringLiteral("DeviceUserID=\u20ac5"), QStringLiteral("--dump")});
+    EXPECT_EQ(euro.exitCode, 2);
+    EXPECT_EQ(euro.errorLines(),
+              QStringList{QStringLiteral("parameter-browser: --set DeviceUserID=\u20ac5: only "
+                                         "Latin-1 characters can be set (see --help)")});
+}
+
 } // namespace
