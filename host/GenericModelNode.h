@@ -65,6 +65,10 @@ public:
     std::size_t childCount() const { return m_children.size(); }
     Ptr child(std::size_t i) const { return i < m_children.size() ? m_children[i] : Ptr(); }
 
+    // Hands the children over to the caller and leaves the node without any: for owners that take a
+    // tree apart level by level rather than by as many nested destructors as the tree is deep.
+    Children takeChildren();
+
     // Appends child in last position and makes this node its parent. A child without a model joins
     // this node's model.
     void appendChild(const Ptr& child);

@@ -55,6 +55,13 @@ void GenericModelNode::setModel(const boost::shared_ptr<GenericModel>& model)
     m_model = model;
 }
 
+GenericModelNode::Children GenericModelNode::takeChildren()
+{
+    Children children;
+    children.swap(m_children);
+    return children;
+}
+
 void GenericModelNode::appendChild(const Ptr& child)
 {
     if (!child)

@@ -2,6 +2,8 @@
 
 #include <arv.h>
 
+#include <cstring>
+
 #include <climits>
 
 namespace vorn {
@@ -234,13 +236,20 @@ public:
         if (!readable(state.access))
             return;
         auto* node = ARV_GC_STRING(nodes.node);
-        const auto value = attempt(errors, [node](GError** e) {
+        state.limits = writeLimits(feature, nodes, boost::any(), errors);
+        // A string register that fills its whole length has no terminating NUL in the GenICam
+        // library's buffer: read no further than the register is long.
+        const std::optional<long long> length = state.limits.maxLength;
+        const auto value = attempt(errors, [node, length](GError** e) {
             const char* text = arv_gc_string_get_value(node, e);
-            return std::string(text ? text : "");
+            if (!text)
+                return std::string();
+            return length && *length >= 0
+                       ? std::string(text, ::strnlen(text, static_cast<std::size_t>(*length)))
+                       : std::string(text);
         });
         state.valid = value.has_value();
         state.value = value.value_or(std::string());
-        state.limits = writeLimits(feature, nodes, boost::any(), errors);
     }
 
     ParameterLimits writeLimits(const FeatureLayout&, const FeatureNodes& nodes, const boost::any&,

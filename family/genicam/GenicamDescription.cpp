@@ -525,11 +525,10 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
     const bool entities = doc->intSubset && doc->intSubset->entities &&
                           xmlHashSize(static_cast<xmlHashTablePtr>(doc->intSubset->entities)) > 0;
     if (rewritten || entities) {
-        if (doc->intSubset) {
-            xmlNode* dtd = reinterpret_cast<xmlNode*>(doc->intSubset);
-            xmlUnlinkNode(dtd);
-            xmlFreeDtd(doc->intSubset);
-            doc->intSubset = nullptr;
+        if (xmlDtd* dtd = doc->intSubset) {
+            // Unlinking clears doc->intSubset; the declarations are resolved and go.
+            xmlUnlinkNode(reinterpret_cast<xmlNode*>(dtd));
+            xmlFreeDtd(dtd);
         }
         xmlChar* out = nullptr;
         int length = 0;

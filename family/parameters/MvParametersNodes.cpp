@@ -20,7 +20,24 @@ MvParametersEntryNode::MvParametersEntryNode(const boost::shared_ptr<GenericMode
     : GenericModelNode(model), m_name(name)
 {}
 
-MvParametersEntryNode::~MvParametersEntryNode() = default;
+MvParametersEntryNode::~MvParametersEntryNode()
+{
+    // A tree is as deep as its description makes it; torn down by nested destructors, a deep one would
+    // overflow the stack. The nodes only this one still owns are taken apart here, level by level.
+    std::vector<GenericModelNode::Ptr> pending = takeChildren();
+    if (m_childNodes)
+        pending.push_back(std::move(m_childNodes));
+    while (!pending.empty()) {
+        GenericModelNode::Ptr node = std::move(pending.back());
+        pending.pop_back();
+        if (!node || node.use_count() != 1)
+            continue; // someone else holds it: not ours to take apart
+        for (GenericModelNode::Ptr& child : node->takeChildren())
+            pending.push_back(std::move(child));
+        if (auto* entry = dynamic_cast<MvParametersEntryNode*>(node.get()); entry && entry->m_childNodes)
+            pending.push_back(std::move(entry->m_childNodes));
+    }
+}
 
 void MvParametersEntryNode::addChild(const boost::shared_ptr<MvParametersEntryNode>& child)
 {
