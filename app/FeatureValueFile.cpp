@@ -53,23 +53,31 @@ std::string FeatureValueFile::write(const boost::shared_ptr<MvParametersEntryNod
             path.push_back(node->getDisplayName());
             return;
         }
-        // Internal nodes are the device's business, not settings a person makes.
-        if (!node->isWritable() || node->getType() == petInternal)
+        const auto text = line(*node);
+        if (!text)
             return;
-        const auto value = kind.format(*node);
-        if (!value)
-            return;
-        const int index = fieldIndexOf(*node);
-        const FeatureAssignment assignment{node->getName(), index, *value, 0};
-        if (!written.insert(assignment.key()).second)
+        if (!written.insert(text->substr(0, text->find('='))).second)
             return;
         if (path != shownPath) {
             out << '\n' << headingOf(path) << '\n';
             shownPath = path;
         }
-        out << assignment.key() << '=' << escape(*value) << '\n';
+        out << *text << '\n';
     });
     return out.str();
+}
+
+std::optional<std::string> FeatureValueFile::line(const MvParametersEntryNode& node)
+{
+    const ParameterKind& kind = ParameterKind::of(node);
+    // Internal nodes are the device's business, not settings a person makes.
+    if (!kind.holdsValue() || !node.isWritable() || node.getType() == petInternal)
+        return std::nullopt;
+    const auto value = kind.format(node);
+    if (!value)
+        return std::nullopt;
+    const FeatureAssignment assignment{node.getName(), fieldIndexOf(node), *value, 0};
+    return assignment.key() + '=' + escape(*value);
 }
 
 FeatureValueFile::Reading FeatureValueFile::read(const std::string& text)

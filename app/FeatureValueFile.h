@@ -5,6 +5,7 @@
 
 #include <vorn/host/MvParametersEntryNode.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ public:
     static std::string write(const boost::shared_ptr<core::models::MvParametersEntryNode>& root,
                              const std::string& heading);
     static Reading read(const std::string& text);
+
+    // The line that sets the node to its value ("Gain=12"), or nothing for a node a person cannot set
+    // (no value, not writable now, unread, internal).
+    static std::optional<std::string> line(const core::models::MvParametersEntryNode& node);
 
     // One assignment such as "Width=640" or "CounterValue[2]=10"; false and why in *reason when the
     // text is not one. The value is taken as written (no escapes): this is the command line's form.

@@ -4,6 +4,9 @@
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
 
+#include <vorn/host/MvParametersEntryNode.h>
+#include <vorn/host/ParameterKind.h>
+
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
@@ -19,6 +22,8 @@
 namespace vorn {
 namespace browser {
 
+using namespace core::models;
+
 namespace {
 
 // Whether a path names something other than a regular file (a folder, a device, a pipe); a missing
@@ -32,7 +37,80 @@ bool isSpecial(const QString& path)
     return !std::filesystem::is_regular_file(status);
 }
 
+// The values a selector can take, as text: an enumeration's available entries, an integer's range
+// (at most kMaxSelectorValues of it).
+constexpr long long kMaxSelectorValues = 64;
+
+std::vector<std::string> selectorValues(const MvParametersEntryNode& node)
+{
+    std::vector<std::string> values;
+    const ParameterKind& kind = ParameterKind::of(node);
+    const ParameterLimits limits = kind.limits(node);
+    if (!limits.choices.empty()) {
+        for (const ParameterChoice& choice : limits.choices)
+            if (choice.access != peamNotImplemented && choice.access != peamNotAvailable)
+                values.push_back(choice.symbolic);
+        return values;
+    }
+    const auto* min = std::get_if<long long>(&limits.minimum);
+    const auto* max = std::get_if<long long>(&limits.maximum);
+    const auto* step = std::get_if<long long>(&limits.increment);
+    if (!min || !max || *max < *min)
+        return values;
+    const long long by = step && *step > 0 ? *step : 1;
+    for (long long v = *min; v <= *max && static_cast<long long>(values.size()) < kMaxSelectorValues;
+         v += by) {
+        values.push_back(std::to_string(v));
+        if (*max - v < by)
+            break;
+    }
+    return values;
+}
+
 } // namespace
+
+// For each selector: every value it takes, each followed by the values of the features it selects
+// under it, then the selector's own value again; loaded from top to bottom, the lines put each value
+// back under its selector and leave the selector as it was. Walking the values writes the selector,
+// and it is put back as it was.
+std::string FeatureValueStore::selectorSections(ParameterSource& source)
+{
+    std::string out;
+    for (const auto& [name, selected] : source.selectors()) {
+        const auto nodes = source.nodesNamed(name);
+        if (nodes.empty())
+            continue;
+        const auto selector = nodes.front();
+        const auto original = FeatureValueFile::line(*selector);
+        if (!original)
+            continue;
+        std::string section = "\n# Under each value of " + name + "\n";
+        bool any = false;
+        for (const std::string& value : selectorValues(*selector)) {
+            if (!FeatureWriter(source).apply({FeatureAssignment{name, -1, value, 0}}).empty())
+                continue;
+            const auto chosen = FeatureValueFile::line(*selector);
+            if (!chosen)
+                continue;
+            section += *chosen + '\n';
+            for (const std::string& feature : selected) {
+                const auto shown = source.nodesNamed(feature);
+                if (shown.empty())
+                    continue;
+                if (const auto text = FeatureValueFile::line(*shown.front())) {
+                    section += *text + '\n';
+                    any = true;
+                }
+            }
+        }
+        const std::string originalValue = original->substr(original->find('=') + 1);
+        FeatureWriter(source).apply(
+            {FeatureAssignment{name, -1, FeatureValueFile::unescape(originalValue), 0}});
+        if (any)
+            out += section + *original + '\n';
+    }
+    return out;
+}
 
 bool FeatureValueStore::save(ParameterSource& source, const QString& path, QString* error)
 {
@@ -42,7 +120,8 @@ bool FeatureValueStore::save(ParameterSource& source, const QString& path, QStri
             "One Name=Value per line, set from top to bottom when loaded; lines starting with # are "
             "comments.")
             .arg(source.description(), QDateTime::currentDateTime().toString(Qt::ISODate));
-    const std::string text = FeatureValueFile::write(source.model()->root(), heading.toStdString());
+    std::string text = FeatureValueFile::write(source.model()->root(), heading.toStdString());
+    text += selectorSections(source);
     // The tree's texts are Latin-1; files are UTF-8.
     return saveText(path, QString::fromLatin1(text.data(), static_cast<int>(text.size())).toUtf8(), error);
 }
@@ -153,7 +232,26 @@ std::vector<FeatureFailure> FeatureValueStore::load(ParameterSource& source, con
         return {};
     const auto reading = FeatureValueFile::read(text);
     std::vector<FeatureFailure> failures = reading.problems;
-    const auto refused = FeatureWriter(source).apply(reading.assignments);
+    std::vector<FeatureFailure> refused = FeatureWriter(source).apply(reading.assignments);
+    // A device may refuse a value because of another one's current value (an offset beyond what the
+    // current width leaves): such values are set again once the rest is in, as long as that helps.
+    for (int pass = 0; pass < kMaxPasses && !refused.empty(); ++pass) {
+        std::vector<FeatureAssignment> again;
+        for (const FeatureFailure& failure : refused)
+            for (const FeatureAssignment& a : reading.assignments)
+                if (a.line == failure.line && failure.line > 0)
+                    again.push_back(a);
+        if (again.empty())
+            break;
+        std::vector<FeatureFailure> still = FeatureWriter(source).apply(again);
+        if (still.size() >= refused.size())
+            break;
+        // Failures without a line (a device that stopped answering) stay reported.
+        for (const FeatureFailure& failure : refused)
+            if (failure.line == 0)
+                still.push_back(failure);
+        refused = std::move(still);
+    }
     failures.insert(failures.end(), refused.begin(), refused.end());
     // In the order of the file; reports that belong to no line (line 0) last.
     std::stable_sort(failures.begin(), failures.end(), [](const FeatureFailure& a, const FeatureFailure& b) {

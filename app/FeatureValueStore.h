@@ -22,6 +22,8 @@ public:
     static constexpr qint64 kMaxFileSize = 16 << 20;
     // A report of failures lists this many and counts the rest.
     static constexpr int kMaxReported = 100;
+    // How often a load sets again the values a device refused because of another's value.
+    static constexpr int kMaxPasses = 3;
 
     // Writes the file whole or not at all: into a temporary file beside it, every write checked, then
     // renamed over the old one. False and a one-line reason naming the file in *error otherwise (the
@@ -40,6 +42,9 @@ public:
     // Sets the file's values in its order and returns, by line, the values that did not take and the
     // lines that are not assignments; *error is set (and nothing is set) when the file cannot be read.
     static std::vector<FeatureFailure> load(ParameterSource& source, const QString& path, QString* error);
+
+private:
+    static std::string selectorSections(ParameterSource& source);
 };
 
 } // namespace browser

@@ -79,6 +79,11 @@ QString ParameterSource::description() const
     return m_description;
 }
 
+std::vector<std::pair<std::string, std::vector<std::string>>> ParameterSource::selectors() const
+{
+    return m_device ? m_device->selectors() : std::vector<std::pair<std::string, std::vector<std::string>>>();
+}
+
 bool ParameterSource::isConnected() const
 {
     return !m_device || m_device->deviceState() == GenicamParameterTree::dsConnected;

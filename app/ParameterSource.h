@@ -33,6 +33,8 @@ public:
     QString description() const;
     // False while a live device does not answer.
     bool isConnected() const;
+    // The selectors, each with the features whose values it selects, in tree order.
+    std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
     // A description file opened without its camera: the values are the offline device's own.
     bool isOffline() const { return m_offline; }
 

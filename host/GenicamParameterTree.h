@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Aravis's device class, for hosts that hand jobs of their own to the device thread.
@@ -108,6 +109,10 @@ public:
     std::vector<boost::shared_ptr<MvParametersEntryNode>> nodes(const std::string& feature) const;
     // The first node that shows this feature, or empty.
     boost::shared_ptr<MvParametersEntryNode> find(const std::string& feature) const;
+
+    // The selectors of the device, each with the features whose values it selects (a gain per
+    // GainSelector value), in tree order.
+    std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
 
     // Reads every feature again (for changes the tree cannot see, such as a job's).
     void refresh();

@@ -488,6 +488,14 @@ int GenicamDevice::addFeature(const std::string& name, ArvGcNode* node)
         described = described->value.empty() ? nullptr : m_description.node(described->value);
     }
 
+    // The features whose values depend on this one's (a gain per GainSelector value).
+    if (ARV_IS_GC_SELECTOR(node) && arv_gc_selector_is_selector(ARV_GC_SELECTOR(node))) {
+        for (const GSList* it = arv_gc_selector_get_selected_features(ARV_GC_SELECTOR(node)); it;
+             it = it->next)
+            if (ARV_IS_GC_FEATURE_NODE(it->data))
+                f.selected.push_back(text(arv_gc_feature_node_get_name(ARV_GC_FEATURE_NODE(it->data))));
+    }
+
     b.io = &FeatureIo::of(f.kind);
     const int index = static_cast<int>(m_layout.features.size());
     m_layout.features.push_back(f);

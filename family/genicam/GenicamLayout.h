@@ -44,6 +44,8 @@ struct FeatureLayout
     ParameterIntegerRepresentation representation = pirPureNumber;
     std::vector<EnumEntryLayout> entries;
     int pollingMs = 0; // 0: not polled
+    // For a selector, the names of the features it selects, in the description's order.
+    std::vector<std::string> selected;
     // Why the description does not let the value be evaluated ("its references loop: A -> B -> A"),
     // or empty.
     std::string problem;

@@ -345,6 +345,15 @@ boost::shared_ptr<MvParametersEntryNode> GenicamParameterTree::find(const std::s
     return all.empty() ? boost::shared_ptr<MvParametersEntryNode>() : all.front();
 }
 
+std::vector<std::pair<std::string, std::vector<std::string>>> GenicamParameterTree::selectors() const
+{
+    std::vector<std::pair<std::string, std::vector<std::string>>> result;
+    for (const FeatureLayout& f : m_impl->layout.features)
+        if (!f.selected.empty())
+            result.emplace_back(f.name, f.selected);
+    return result;
+}
+
 void GenicamParameterTree::refresh()
 {
     m_impl->device->refresh();

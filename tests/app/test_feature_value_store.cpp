@@ -3,6 +3,7 @@
 
 #include "FeatureValueFile.h"
 #include "FeatureValueStore.h"
+#include "FeatureWriter.h"
 #include "ParameterSource.h"
 
 #include <vorn/host/ParameterKind.h>
@@ -216,4 +217,43 @@ TEST_F(ValueStore, aReportListsAHundredFailuresAndCountsTheRest)
     ASSERT_EQ(lines.size(), 101);
     EXPECT_EQ(lines.front(), QStringLiteral("line 1: Cannot set NoSuchFeature0 to 1: no such feature"));
     EXPECT_EQ(lines.back(), QStringLiteral("... and 4900 more"));
+}
+
+TEST_F(ValueStore, aSaveKeepsTheValueUnderEachSelectorValueAndALoadPutsThemBackInAnyOrder)
+{
+    const QString description = QStringLiteral(VORN_GENICAM_TEST_DATA "/selector.xml");
+    QString error;
+    auto camera = ParameterSource::openXmlFile(description, &error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    const std::vector<FeatureAssignment> settings = {
+        {"GainSelector", -1, "Red", 0}, {"Gain", -1, "20", 0},          {"GainSelector", -1, "Blue", 0},
+        {"Gain", -1, "30", 0},          {"GainSelector", -1, "All", 0}, {"Gain", -1, "10", 0},
+        {"Width", -1, "40", 0},         {"OffsetX", -1, "60", 0}};
+    ASSERT_TRUE(FeatureWriter(*camera).apply(settings).empty());
+    const QString file = path("camera.txt");
+    ASSERT_TRUE(FeatureValueStore::save(*camera, file, &error)) << error.toStdString();
+    const QByteArray saved = contentOf(file);
+    EXPECT_TRUE(saved.endsWith(
+        "GainSelector=All\nGain=10\nOffsetX=60\nWidth=40\n\n# Under each value of GainSelector\n"
+        "GainSelector=All\nGain=10\nGainSelector=Red\nGain=20\nGainSelector=Blue\nGain=30\n"
+        "GainSelector=All\n"))
+        << saved.toStdString();
+    EXPECT_EQ(valueOf(*camera, "GainSelector"), "All") << "saving leaves the selector as it was";
+
+    // Another camera of the model, in another state: its width leaves no room for the saved offset,
+    // which the load sets once the width is in.
+    auto other = ParameterSource::openXmlFile(description, &error);
+    ASSERT_TRUE(other);
+    ASSERT_TRUE(
+        FeatureWriter(*other).apply({{"Width", -1, "100", 0}, {"GainSelector", -1, "Blue", 0}}).empty());
+    EXPECT_EQ(texts(FeatureValueStore::load(*other, file, &error)), std::vector<std::string>{});
+    EXPECT_TRUE(error.isEmpty()) << error.toStdString();
+    EXPECT_EQ(valueOf(*other, "OffsetX"), "60");
+    EXPECT_EQ(valueOf(*other, "Width"), "40");
+    EXPECT_EQ(valueOf(*other, "GainSelector"), "All");
+    for (const auto& [selector, gain] :
+         {std::pair<const char*, const char*>{"All", "10"}, {"Red", "20"}, {"Blue", "30"}}) {
+        ASSERT_TRUE(FeatureWriter(*other).apply({{"GainSelector", -1, selector, 0}}).empty());
+        EXPECT_EQ(valueOf(*other, "Gain"), gain) << selector;
+    }
 }
