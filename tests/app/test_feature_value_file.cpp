@@ -4,8 +4,13 @@
 #include "FeatureValueFile.h"
 
 #include <vorn/host/InMemoryParameterTree.h>
+#include <vorn/host/ParameterKind.h>
 
 #include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
 
 using namespace vorn::browser;
 using namespace vorn::core::models;
@@ -108,6 +113,49 @@ TEST(ValueFile, escapesRoundTripEveryByte)
     EXPECT_EQ(escaped.find('\n'), std::string::npos);
     EXPECT_EQ(escaped.find('\r'), std::string::npos);
     EXPECT_EQ(FeatureValueFile::unescape(escaped), all);
+}
+
+TEST(ValueFile, everyKindRoundTripsExactlyAtItsEdges)
+{
+    auto tree = InMemoryParameterTree::create();
+    auto root = tree->root();
+    const double inf = std::numeric_limits<double>::infinity();
+    tree->integer(root, "Least").value(std::numeric_limits<long long>::min()).range(LLONG_MIN, LLONG_MAX);
+    tree->integer(root, "Most").value(std::numeric_limits<long long>::max()).range(LLONG_MIN, LLONG_MAX);
+    tree->uint64(root, "Top").value(std::numeric_limits<unsigned long long>::max()).range(0, ULLONG_MAX);
+    tree->integer(root, "Address").representation(pirIPV4Address).value(0xC0A80142).range(0, 0xffffffff);
+    tree->integer(root, "Wide")
+        .representation(pirIPV4Address)
+        .value(0x1C0A80142ll)
+        .range(LLONG_MIN, LLONG_MAX);
+    tree->uint64(root, "Mac").representation(pirMACAddress).value(0x563412EFCDABull).range(0, ULLONG_MAX);
+    tree->floating(root, "Tiny").value(std::numeric_limits<double>::denorm_min()).range(-inf, inf);
+    tree->floating(root, "Third").value(1.0 / 3.0).range(-inf, inf);
+    tree->floating(root, "Infinite").value(-inf).range(-inf, inf);
+    tree->floating(root, "NotANumber").value(std::numeric_limits<double>::quiet_NaN()).range(-inf, inf);
+    tree->boolean(root, "Flag").value(true);
+    tree->enumeration(root, "Mode").entry("Off", 0).entry("On", 1).value("On");
+    tree->string(root, "Text").value("a=b # not a comment\nsecond line\t\\ Caf\xe9").maxLength(200);
+
+    const std::string file = FeatureValueFile::write(tree->root(), "");
+    const auto reading = FeatureValueFile::read(file);
+    ASSERT_TRUE(reading.problems.empty());
+    ASSERT_EQ(reading.assignments.size(), 13u) << file;
+    for (const FeatureAssignment& a : reading.assignments) {
+        const auto node = tree->find(a.name);
+        ASSERT_TRUE(node) << a.name;
+        const ParameterKind& kind = ParameterKind::of(*node);
+        boost::any value;
+        std::string reason;
+        ASSERT_TRUE(kind.parse(*node, a.value, &value, &reason)) << a.name << ": " << reason;
+        const ParameterValue read = fromAny(value);
+        const ParameterValue held = kind.value(*node);
+        if (a.name == "NotANumber") {
+            EXPECT_TRUE(std::isnan(std::get<double>(read)));
+            continue;
+        }
+        EXPECT_TRUE(read == held) << a.name << " came back from \"" << a.value << "\"";
+    }
 }
 
 TEST(ValueFile, theCommandLineFormTakesTheValueAsWritten)
