@@ -5,6 +5,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -113,6 +114,15 @@ public:
     // The selectors of the device, each with the features whose values it selects (a gain per
     // GainSelector value), in tree order.
     std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
+
+    // The register reads and writes made so far, for a description opened offline (where the library
+    // serves the registers itself and counts them); zeros for other sources. For measuring traffic.
+    struct RegisterTraffic
+    {
+        std::uint64_t reads = 0;
+        std::uint64_t writes = 0;
+    };
+    RegisterTraffic registerTraffic() const;
 
     // Reads every feature again (for changes the tree cannot see, such as a job's).
     void refresh();

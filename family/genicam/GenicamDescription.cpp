@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
@@ -332,6 +333,7 @@ bool GenicamDescription::load(const char* data, std::size_t size, const std::str
     m_names.clear();
     m_index.clear();
     m_formulas.clear();
+    m_usedBy.clear();
     m_xml.clear();
     if (size > kMaxFileSize) {
         if (error)
@@ -391,6 +393,8 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
     bool rewritten = false;
     // References by name, resolved once every node is known.
     std::vector<std::vector<std::string>> uses;
+    std::vector<std::vector<std::string>> invalidators; // pInvalidator, by name
+    std::vector<std::pair<int, std::string>> owners;    // each enumeration entry and its enumeration
     // Nodes may be nested (a node defined inside another's element), so walk the whole document.
     std::vector<xmlNode*> pending{const_cast<xmlNode*>(top)};
     while (!pending.empty()) {
@@ -409,14 +413,16 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
         const int index = static_cast<int>(m_nodes.size());
         // The GenICam library keeps the last node of a name, and does not name an enumeration's entries
         // at all (an entry may share its name with a command); so do we.
-        if (tag == "EnumEntry")
-            m_index[entryKey(element->parent ? attribute(element->parent, "Name") : std::string(), name)] =
-                index;
-        else
+        if (tag == "EnumEntry") {
+            const std::string owner = element->parent ? attribute(element->parent, "Name") : std::string();
+            m_index[entryKey(owner, name)] = index;
+            owners.emplace_back(index, owner);
+        } else
             m_index[name] = index;
         m_names.push_back(name);
         m_nodes.emplace_back();
         uses.emplace_back();
+        invalidators.emplace_back();
         Node& node = m_nodes.back();
         node.tag = tag;
         node.line = static_cast<int>(xmlGetLineNo(element));
@@ -434,6 +440,10 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
                 const std::string target = text(child);
                 if (isEvaluated(childTag) && !target.empty())
                     uses.back().push_back(target);
+                if (childTag == "pAddress" || childTag == "pIndex")
+                    node.dynamicAddress = true;
+                if (childTag == "pInvalidator" && !target.empty())
+                    invalidators.back().push_back(target);
                 if (childTag == "pIsDone")
                     node.isDone = target;
                 else if (childTag == "pValue")
@@ -448,7 +458,18 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
                 node.endianess = text(child);
             } else if (childTag == "PollingTime") {
                 node.pollingMs = std::atoi(text(child).c_str());
+            } else if (childTag == "Address") {
+                // A register's address is the sum of its Address elements, unless a node gives part
+                // of it (pAddress, pIndex): then it is known only when read.
+                char* end = nullptr;
+                const std::string literal = text(child);
+                const long long part = std::strtoll(literal.c_str(), &end, 0);
+                if (end && *end == '\0' && !literal.empty())
+                    node.address = node.address < 0 && !node.dynamicAddress ? part : node.address + part;
+                else
+                    node.dynamicAddress = true;
             } else if (childTag == "Length") {
+                node.bytes = std::atoll(text(child).c_str());
                 const long long length = std::atoll(text(child).c_str());
                 if ((length > kMaxRegisterLength || length < 0) && node.problem.empty())
                     node.problem = "its register is " + text(child) + " bytes long; registers above " +
@@ -518,6 +539,17 @@ bool GenicamDescription::parse(const char* data, std::size_t size, const std::st
             }
             node.uses.push_back(it->second);
         }
+        for (const std::string& target : invalidators[i]) {
+            auto it = m_index.find(target);
+            if (it != m_index.end())
+                node.invalidators.push_back(it->second);
+        }
+    }
+
+    for (const auto& [entry, owner] : owners) {
+        auto it = m_index.find(owner);
+        if (it != m_index.end())
+            m_nodes[static_cast<std::size_t>(entry)].owner = it->second;
     }
 
     // The GenICam library resolves no entities, and reads the formulas as written: it gets the
@@ -670,6 +702,72 @@ void GenicamDescription::spreadProblems()
             queue.push_back(user);
         }
     }
+}
+
+bool GenicamDescription::isRegister(const std::string& tag)
+{
+    return tag == "IntReg" || tag == "MaskedIntReg" || tag == "FloatReg" || tag == "StringReg" ||
+           tag == "Register" || tag == "StructReg" || tag == "StructEntry";
+}
+
+std::vector<bool> GenicamDescription::affectedBy(int index)
+{
+    const std::size_t count = m_nodes.size();
+    if (m_usedBy.size() != count) {
+        m_usedBy.assign(count, std::vector<int>());
+        for (std::size_t i = 0; i < count; ++i) {
+            for (int target : m_nodes[i].uses)
+                m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
+            // A node the description says a write to target invalidates changes with it, whether or
+            // not its evaluation passes through target (a device computing one register from another).
+            for (int target : m_nodes[i].invalidators)
+                m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
+            // An enumeration shows its entries' availability: it changes with them.
+            if (m_nodes[i].owner >= 0)
+                m_usedBy[i].push_back(m_nodes[i].owner);
+        }
+    }
+    // What a write changes: the node and the nodes its value goes to (pValue after pValue).
+    std::vector<bool> reached(count, false);
+    std::vector<int> queue;
+    auto reach = [&](int n) {
+        if (n >= 0 && !reached[static_cast<std::size_t>(n)]) {
+            reached[static_cast<std::size_t>(n)] = true;
+            queue.push_back(n);
+        }
+    };
+    std::vector<int> written;
+    for (int n = index; n >= 0 && !reached[static_cast<std::size_t>(n)];) {
+        reach(n);
+        written.push_back(n);
+        n = m_nodes[static_cast<std::size_t>(n)].value.empty()
+                ? -1
+                : indexOf(m_nodes[static_cast<std::size_t>(n)].value);
+    }
+    // Registers that may share bytes with a written one: a static range that overlaps, or an address
+    // known only when read (which may be anywhere).
+    for (int w : written) {
+        const Node& target = m_nodes[static_cast<std::size_t>(w)];
+        if (!isRegister(target.tag))
+            continue;
+        const bool targetKnown = target.address >= 0 && !target.dynamicAddress;
+        for (std::size_t i = 0; i < count; ++i) {
+            const Node& other = m_nodes[i];
+            if (!isRegister(other.tag) || reached[i])
+                continue;
+            const bool otherKnown = other.address >= 0 && !other.dynamicAddress;
+            const bool overlap = !targetKnown || !otherKnown ||
+                                 (other.address < target.address + std::max<std::int64_t>(target.bytes, 1) &&
+                                  target.address < other.address + std::max<std::int64_t>(other.bytes, 1));
+            if (overlap)
+                reach(static_cast<int>(i));
+        }
+    }
+    // And every node whose evaluation passes through any of them.
+    for (std::size_t q = 0; q < queue.size(); ++q)
+        for (int user : m_usedBy[static_cast<std::size_t>(queue[q])])
+            reach(user);
+    return reached;
 }
 
 const GenicamDescription::Node* GenicamDescription::entry(const std::string& enumeration,

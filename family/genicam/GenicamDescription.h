@@ -46,11 +46,20 @@ public:
         std::string length;    // the node pLength names (a length known only when read)
         std::string sign;      // "Signed", "Unsigned" or empty
         std::string endianess; // "BigEndian", "LittleEndian" or empty
+        // A register's bytes: its address when the description gives it outright (-1 otherwise), and
+        // whether a node gives part of it (pAddress, pIndex).
+        std::int64_t address = -1;
+        std::int64_t bytes = 0;
+        bool dynamicAddress = false;
         int pollingMs = 0;
         // Why the node's value cannot be had, or empty: "its references loop: A -> B -> A".
         std::string problem;
         // The nodes it references to be evaluated (pValue, pMin, pAddress, formula variables, ...).
         std::vector<int> uses;
+        // The nodes whose change makes its value stale (pInvalidator): not evaluated, but a write to one
+        // of them is read back through it.
+        std::vector<int> invalidators;
+        int owner = -1; // an enumeration entry's enumeration
         // The formula nodes (with a division) that its evaluation passes through, the ones they use first;
         // filled on first use by formulasOf.
         bool formulasKnown = false;
@@ -99,6 +108,11 @@ public:
     const Formulas* formulasAt(int index) const;
     // Fills the node's dividingFormulas and lengthNodes (once), and returns it.
     const Node& closureOf(int index);
+    // The nodes whose value a write to the node may change, by index: the node, where its value goes
+    // (pValue after pValue), registers that may share bytes with those, and every node whose
+    // evaluation passes through any of them.
+    std::vector<bool> affectedBy(int index);
+    static bool isRegister(const std::string& tag);
 
 private:
     bool parse(const char* data, std::size_t size, const std::string& origin, std::string* error);
@@ -109,6 +123,7 @@ private:
     std::vector<std::string> m_names;
     std::unordered_map<std::string, int> m_index;
     std::unordered_map<int, Formulas> m_formulas;
+    std::vector<std::vector<int>> m_usedBy; // the reverse of Node::uses, made on first use
     std::string m_xml;
     std::string m_vendor;
     std::string m_model;

@@ -845,21 +845,45 @@ void GenicamDevice::run()
 
 void GenicamDevice::handle(std::deque<Job>& jobs)
 {
-    // Writes that queued up together are read back once.
+    // Writes that queued up together are read back once, and only what they may have changed: a
+    // refused write its own feature, a write that took the features it may affect (a refresh, all).
     Publication publication;
     bool dirty = false;
+    bool everything = false;
+    std::vector<char> pending(m_layout.features.size(), 0);
+    auto readBack = [&]() {
+        if (everything) {
+            readAll(publication);
+        } else {
+            std::vector<int> features;
+            for (std::size_t i = 0; i < pending.size(); ++i)
+                if (pending[i])
+                    features.push_back(static_cast<int>(i));
+            readSome(features, publication);
+        }
+        std::fill(pending.begin(), pending.end(), 0);
+        dirty = everything = false;
+    };
     for (Job& job : jobs) {
         switch (job.type) {
         case Job::Write: {
             const std::string reason = write(job.feature, job.value);
-            if (!reason.empty())
+            if (!reason.empty()) {
                 publication.errors.emplace_back(
                     job.place, refusedWriteMessage(m_layout.features[job.feature], job.value, reason));
+                pending[static_cast<std::size_t>(job.feature)] = 1;
+            } else {
+                const std::vector<int>& affected = affectedBy(job.feature);
+                if (affected.empty())
+                    everything = true;
+                for (int feature : affected)
+                    pending[static_cast<std::size_t>(feature)] = 1;
+            }
             dirty = true;
             break;
         }
         case Job::Refresh:
-            dirty = true;
+            dirty = everything = true;
             break;
         case Job::Raw:
             // A host's job may take its time (starting a stream, say): it is not timed as a
@@ -869,8 +893,7 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
             break;
         case Job::Barrier:
             if (dirty)
-                readAll(publication);
-            dirty = false;
+                readBack();
             publication.barrier = job.barrier;
             publish(publication);
             break;
@@ -879,8 +902,28 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
         }
     }
     if (dirty)
-        readAll(publication);
+        readBack();
     publish(publication);
+}
+
+const std::vector<int>& GenicamDevice::affectedBy(int feature)
+{
+    auto known = m_affected.find(feature);
+    if (known != m_affected.end())
+        return known->second;
+    std::vector<int>& features = m_affected[feature];
+    const int described = m_bindings[static_cast<std::size_t>(feature)].described;
+    // A feature the description does not know (a simulated camera's own) may affect anything:
+    // features stays empty, and everything is read again.
+    if (described < 0)
+        return features;
+    const std::vector<bool> nodes = m_description.affectedBy(described);
+    for (std::size_t i = 0; i < m_bindings.size(); ++i) {
+        const int node = m_bindings[i].described;
+        if (node < 0 || nodes[static_cast<std::size_t>(node)])
+            features.push_back(static_cast<int>(i));
+    }
+    return features;
 }
 
 GenicamDevice::Clock::time_point GenicamDevice::nextDeadline() const

@@ -3,6 +3,7 @@
 #include "family/genicam/FeatureIo.h"
 #include "family/genicam/GenicamDescription.h"
 #include "family/genicam/GenicamLayout.h"
+#include "family/genicam/OfflineDevice.h"
 
 #include <boost/any.hpp>
 
@@ -71,6 +72,10 @@ public:
 
     static std::int64_t nowMs();
 
+    // The register reads and writes so far, where the device counts them (a description opened
+    // offline); zeros otherwise. The device is set before open() returns and kept until destruction.
+    OfflineDevice::Traffic traffic() const { return OfflineDevice::traffic(m_device); }
+
 private:
     using Clock = std::chrono::steady_clock;
 
@@ -112,6 +117,9 @@ private:
     int addFeature(const std::string& name, ArvGcNode* node);
 
     ParameterState read(int feature);
+    // The features whose values a write to feature may change, itself among them; empty when that
+    // cannot be told (then everything may have changed).
+    const std::vector<int>& affectedBy(int feature);
     // Why reading the feature now would give a made-up value (a division by zero on its way, a
     // register length beyond what is read), or empty. Evaluates what the GenICam library would.
     std::string evaluationProblem(int feature);
@@ -144,6 +152,7 @@ private:
     Layout m_layout;
     std::vector<Binding> m_bindings;
     std::unordered_map<std::string, int> m_featureByName;
+    std::unordered_map<int, std::vector<int>> m_affected; // by affectedBy, made on first write
     std::vector<ParameterState> m_published;
     AccessErrors m_errors; // a device that stopped answering is lost
     bool m_lostPublished = false;

@@ -354,6 +354,12 @@ std::vector<std::pair<std::string, std::vector<std::string>>> GenicamParameterTr
     return result;
 }
 
+GenicamParameterTree::RegisterTraffic GenicamParameterTree::registerTraffic() const
+{
+    const auto counted = m_impl->device->traffic();
+    return RegisterTraffic{counted.reads, counted.writes};
+}
+
 void GenicamParameterTree::refresh()
 {
     m_impl->device->refresh();

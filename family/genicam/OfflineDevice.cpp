@@ -2,6 +2,7 @@
 
 #include <arv.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -17,6 +18,10 @@ struct OfflineState
     std::string xml;
     ArvGc* genicam = nullptr;
     std::unordered_map<std::uint64_t, std::unique_ptr<std::uint8_t[]>> pages;
+    // Register accesses as a camera would count them (one per read or write request), read by other
+    // threads.
+    std::atomic<std::uint64_t> reads{0};
+    std::atomic<std::uint64_t> writes{0};
 
     std::uint8_t* page(std::uint64_t number, bool create)
     {
@@ -98,6 +103,7 @@ static gboolean copyMemory(ArvDevice* device, guint64 address, guint32 size, voi
                            GError** error)
 {
     OfflineState* state = stateOf(device);
+    (write ? state->writes : state->reads).fetch_add(1, std::memory_order_relaxed);
     auto* bytes = static_cast<std::uint8_t*>(buffer);
     if (size > 0 && address + size - 1 < address) {
         g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS,
@@ -195,6 +201,25 @@ ArvDevice* OfflineDevice::create(const std::string& xml, std::string* error)
 ArvGc* OfflineDevice::genicamOf(ArvDevice* device)
 {
     return stateOf(device)->genicam;
+}
+
+} // namespace genicam
+} // namespace models
+} // namespace core
+} // namespace vorn
+
+namespace vorn {
+namespace core {
+namespace models {
+namespace genicam {
+
+OfflineDevice::Traffic OfflineDevice::traffic(ArvDevice* device)
+{
+    if (!device || !G_TYPE_CHECK_INSTANCE_TYPE(device, vorn_offline_device_get_type()))
+        return Traffic{};
+    const OfflineState* state = stateOf(device);
+    return Traffic{state->reads.load(std::memory_order_relaxed),
+                   state->writes.load(std::memory_order_relaxed)};
 }
 
 } // namespace genicam

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 typedef struct _ArvDevice ArvDevice;
@@ -25,6 +26,15 @@ public:
     static ArvDevice* create(const std::string& xml, std::string* error);
     // Its document, owned by the device.
     static ArvGc* genicamOf(ArvDevice* device);
+
+    // The register reads and writes the device has answered so far (zeros for another device); safe
+    // from any thread while the device lives.
+    struct Traffic
+    {
+        std::uint64_t reads = 0;
+        std::uint64_t writes = 0;
+    };
+    static Traffic traffic(ArvDevice* device);
 };
 
 } // namespace genicam
