@@ -77,15 +77,28 @@ struct Options
     std::string figures = "level,scroll,edit,paint,open,dump";
     std::string jsonPath = "bench-results.json";
     std::string markdownPath;
-    std::string browser;    // the parameter browser, for the dump figure
-    int maxScrollPages = 0; // 0: the whole tree
+    std::string browser;       // the parameter browser, for the dump figure
+    int maxScrollPages = 1000; // 0: the whole tree
     bool genicam = true;
+    std::string looks = "plain,styled";
 
     bool wants(const char* figure) const
     {
         return ("," + figures + ",").find(std::string(",") + figure + ",") != std::string::npos;
     }
 };
+
+enum class Look { Plain, Styled };
+
+std::vector<Look> looksOf(const Options& options)
+{
+    std::vector<Look> out;
+    if (options.looks.find("plain") != std::string::npos)
+        out.push_back(Look::Plain);
+    if (options.looks.find("styled") != std::string::npos)
+        out.push_back(Look::Styled);
+    return out;
+}
 
 std::string withThousands(long long n)
 {
@@ -155,8 +168,6 @@ Figure sideBySide(Figure figure, int rounds, const std::function<double()>& ours
 
 // ---------------------------------------------------------------------------------------------------
 // The two sides
-
-enum class Look { Plain, Styled };
 
 // Our side: a model of the tree, the filter model, the generic tree view and the item delegate.
 struct OurRig
@@ -392,7 +403,7 @@ void measureGenerated(const Options& options, int size, HiddenRows layout)
     const int samples = options.samples;
 
     if (options.wants("level")) {
-        for (Look look : {Look::Plain, Look::Styled}) {
+        for (Look look : looksOf(options)) {
             auto ours = showOurs(look, tree->model(), true);
             auto base = showBase(look, model, true);
             Figure f{"level change", label, look == Look::Plain ? "plain" : "styled",
@@ -409,7 +420,7 @@ void measureGenerated(const Options& options, int size, HiddenRows layout)
         return;
 
     if (options.wants("scroll")) {
-        for (Look look : {Look::Plain, Look::Styled}) {
+        for (Look look : looksOf(options)) {
             auto ours = showOurs(look, tree->model(), true, pevAll);
             auto base = showBase(look, model, true, pevAll);
             Figure f{"scroll page by page", label, look == Look::Plain ? "plain" : "styled",
@@ -447,7 +458,7 @@ void measureGenerated(const Options& options, int size, HiddenRows layout)
     }
 
     if (options.wants("paint")) {
-        for (Look look : {Look::Plain, Look::Styled}) {
+        for (Look look : looksOf(options)) {
             // Models are built once: the figure is the view's, from nothing shown to the first frame.
             Figure f{"first paint", label, look == Look::Plain ? "plain" : "styled",
                      look == Look::Plain ? "expanded QTreeView" : "collapsed QTreeView with the grid"};
@@ -738,7 +749,8 @@ void usage()
     std::fprintf(stderr,
                  "usage: vorn-bench [--sizes 300,3000,30000,100000] [--layouts interleaved,clustered]\n"
                  "                  [--figures level,scroll,edit,paint,open,dump] [--samples 5]\n"
-                 "                  [--max-scroll-pages N] [--no-genicam] [--browser PATH]\n"
+                 "                  [--looks plain,styled] [--max-scroll-pages N] [--no-genicam]\n"
+                 "                  [--browser PATH]\n"
                  "                  [--json FILE] [--markdown FILE]\n"
                  "       vorn-bench --check-baseline\n"
                  "       vorn-bench --arv-dump FILE\n");
@@ -786,6 +798,8 @@ int main(int argc, char** argv)
             options.markdownPath = argv[++i];
         else if (arg == "--browser" && i + 1 < argc)
             options.browser = argv[++i];
+        else if (arg == "--looks" && i + 1 < argc)
+            options.looks = argv[++i];
         else if (arg == "--no-genicam")
             options.genicam = false;
         else if (arg == "--check-baseline")

@@ -18,8 +18,10 @@ class Qt4AbstractModelNode;
 //
 // Index widgets live only on the rows in view: QAbstractItemView places every index widget again on
 // each layout, walking the rows above it, so widgets on all rows of a large tree would make every
-// layout cost rows x widgets. Scrolling, resizing, expanding and collapsing bring widgets to the rows
-// that come into view (on the next turn of the event loop) and release those that leave it.
+// layout cost rows x widgets. Scrolling brings widgets to the rows that come into view at once, a
+// layout with it, resizing, expanding and collapsing on the next turn of the event loop; rows that
+// leave the view release theirs. Placing a widget costs no layout of all rows, which
+// QAbstractItemView::setIndexWidget() would otherwise schedule.
 //
 // A filter change reaches a view as a burst of row ranges: every run of rows that goes or comes is one
 // range. For each range Qt moves every persistent index of the model, and QTreeView keeps one per
@@ -29,7 +31,7 @@ class Qt4AbstractModelNode;
 // the framework model's own rows, without a layout and without collapsed() signals). The model's
 // layout change ends the burst (for changes without one, the next turn of the event loop): the rows
 // that stayed are expanded again at once, and the next layout, the only one the burst costs, brings
-// back spanning and the scroll position; index widgets follow on the next turn of the event loop.
+// back spanning, the scroll position and the index widgets.
 //
 // A delegate's sizeHintChanged(index) makes QAbstractItemView lay out every row again. An item delegate
 // that gives rows in edit more room sends it when an editor opens and when it closes; this view

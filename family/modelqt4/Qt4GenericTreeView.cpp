@@ -226,9 +226,9 @@ void Qt4GenericTreeView::doItemsLayout()
         m_heldScroll = -1;
     }
     if (m_decorationsPending) {
-        // Widgets are placed on the next turn of the event loop: this may run inside a paint event.
+        // The widgets are placed now, so that the frame this layout is for already shows them.
         decorateAllRows();
-        scheduleIndexWidgetSync();
+        syncIndexWidgets();
     }
 }
 
@@ -247,11 +247,12 @@ void Qt4GenericTreeView::updateGeometries()
     scheduleIndexWidgetSync();
 }
 
+// Rows that scroll in get their widgets at once, in the frame that shows them.
 void Qt4GenericTreeView::scrollContentsBy(int dx, int dy)
 {
     QTreeView::scrollContentsBy(dx, dy);
-    if (dy != 0)
-        scheduleIndexWidgetSync();
+    if (dy != 0 && !m_changingRows)
+        syncIndexWidgets();
 }
 
 void Qt4GenericTreeView::onModelReset()
@@ -432,12 +433,32 @@ void Qt4GenericTreeView::syncIndexWidgets()
             setIndexWidget(cell, nullptr);
     }
     m_widgetCells = kept;
+    if (toCreate.isEmpty())
+        return;
+    // With no layout pending, setIndexWidget() schedules a layout of every row (rows may grow to their
+    // widgets), and the repaint after it. With a layout pending it leaves that to the layout. So a
+    // layout is made pending for the loop and then ended by QAbstractItemView's part of a layout only:
+    // the widgets are placed, the rows stay as they are, and each row that got a widget is measured
+    // again on its own. While rows are being removed QAbstractItemView runs no layout, and the
+    // pending one is left alone.
+    const bool quiet = state() != CollapsingState;
+    if (quiet) {
+        executeDelayedItemsLayout(); // a layout that was due runs as it would have
+        scheduleDelayedItemsLayout();
+    }
+    QVector<QModelIndex> placed;
     for (const auto& entry : qAsConst(toCreate)) {
         if (QWidget* widget = entry.second->createIndexWidget(entry.first.column())) {
             setIndexWidget(entry.first, widget);
             m_widgetCells.append(entry.first);
+            placed.append(entry.first);
         }
     }
+    if (!quiet)
+        return;
+    QAbstractItemView::doItemsLayout();
+    for (const QModelIndex& cell : qAsConst(placed))
+        dataChanged(cell, cell);
 }
 
 // Spanning and auto-expansion for the rows given and everything below them; index widgets are placed

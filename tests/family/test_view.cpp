@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSortFilterProxyModel>
 
 #include <gtest/gtest.h>
@@ -165,4 +166,47 @@ TEST(Qt4GenericTreeViewIndexWidgetTest, onlyRowsInViewHoldWidgetsAndScrollingBri
     EXPECT_TRUE(view.indexWidget(model->index(399, 1)));
     EXPECT_FALSE(view.indexWidget(model->index(0, 1)));
     EXPECT_LT(countWidgets(), 40);
+}
+
+namespace {
+
+class LayoutCountingView : public Qt4GenericTreeView
+{
+public:
+    int layouts = 0;
+    void doItemsLayout() override
+    {
+        ++layouts;
+        Qt4GenericTreeView::doItemsLayout();
+    }
+};
+
+} // namespace
+
+// The rows that scroll in get their widgets in the same call, each where its cell is, and placing
+// them lays out no rows: QAbstractItemView would lay out the whole tree for every widget set.
+TEST(Qt4GenericTreeViewIndexWidgetTest, scrollingPlacesWidgetsAtOnceWithoutALayout)
+{
+    auto tree = InMemoryParameterTree::create();
+    for (int i = 0; i < 400; ++i)
+        tree->command(tree->root(), "WidgetRun" + std::to_string(i));
+    auto model = makeModel(tree);
+    LayoutCountingView view;
+    view.resize(400, 300);
+    view.setModel(model.get());
+    view.show();
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    view.layouts = 0;
+    QScrollBar* bar = view.verticalScrollBar();
+    bar->setValue(bar->value() + bar->pageStep());
+    const QModelIndex top = view.indexAt(QPoint(0, 0));
+    ASSERT_TRUE(top.isValid());
+    QWidget* widget = view.indexWidget(top.sibling(top.row(), 1));
+    ASSERT_TRUE(widget) << "placed before the event loop runs";
+    EXPECT_EQ(widget->geometry(), view.visualRect(top.sibling(top.row(), 1)));
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(view.layouts, 0);
+    EXPECT_EQ(widget->geometry(), view.visualRect(top.sibling(top.row(), 1)));
 }
