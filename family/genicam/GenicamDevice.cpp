@@ -302,9 +302,7 @@ void GenicamDevice::startAtAllowedValues()
     arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_DISABLE);
     for (std::size_t i = 0; i < m_layout.features.size(); ++i) {
         const FeatureLayout& f = m_layout.features[i];
-        const ParameterKindId id = f.kind;
-        if (!f.problem.empty() || !(id == ParameterKindId::Integer || id == ParameterKindId::UInt64 ||
-                                    id == ParameterKindId::Float || id == ParameterKindId::Enumeration))
+        if (!f.problem.empty() || !f.parameterKind().holdsValue())
             continue;
         const ParameterState state = read(static_cast<int>(i));
         // A value off the increment's grid is the description's own (a Value it gives), not zeros.
@@ -312,16 +310,14 @@ void GenicamDevice::startAtAllowedValues()
         bounds.increment = ParameterValue();
         if (!state.valid || f.parameterKind().refusal(toAny(state.value), bounds).empty())
             continue;
-        ParameterValue start;
-        if (id == ParameterKindId::Enumeration) {
-            for (const ParameterChoice& choice : state.limits.choices) {
-                if (choice.access != peamNotImplemented && choice.access != peamNotAvailable) {
-                    start = choice.value;
-                    break;
-                }
+        // A choice of entries starts at the first available one; a range at its least value; other
+        // kinds (strings, booleans) allow whatever they hold.
+        ParameterValue start = state.limits.minimum;
+        for (const ParameterChoice& choice : state.limits.choices) {
+            if (choice.access != peamNotImplemented && choice.access != peamNotAvailable) {
+                start = choice.value;
+                break;
             }
-        } else {
-            start = state.limits.minimum;
         }
         if (std::holds_alternative<std::monostate>(start))
             continue;
@@ -337,9 +333,11 @@ void GenicamDevice::startAtAllowedValues()
         if (found == m_featureByName.end() || value->empty())
             continue;
         const FeatureLayout& f = m_layout.features[found->second];
-        if (f.kind != ParameterKindId::String || !f.problem.empty())
+        if (!f.problem.empty())
             continue;
         const ParameterState state = read(found->second);
+        if (!std::holds_alternative<std::string>(state.value))
+            continue;
         std::string text = *value;
         if (state.limits.maxLength && *state.limits.maxLength >= 0 &&
             text.size() > static_cast<std::size_t>(*state.limits.maxLength))
@@ -554,8 +552,8 @@ ParameterState GenicamDevice::read(int index)
     if (!state.problem.empty() || m_errors.lost())
         return state;
     b.io->read(f, b.nodes, state, m_errors);
-    if (m_offline && state.valid && state.access == peamReadOnly && f.kind == ParameterKindId::String &&
-        std::get_if<std::string>(&state.value) && std::get_if<std::string>(&state.value)->empty()) {
+    if (m_offline && state.valid && state.access == peamReadOnly && std::get_if<std::string>(&state.value) &&
+        std::get_if<std::string>(&state.value)->empty()) {
         // What a camera reports of itself (its serial number, its firmware) no file holds.
         state.valid = false;
         state.problem = kOnlyTheCameraTells;
