@@ -192,8 +192,14 @@ void BrowserWindow::buildToolBar()
     // currentIndexChanged applies a choice however it was made; activated (a person's choice only)
     // also remembers it for the next run.
     connect(m_visibilityBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int index) {
-        if (m_models)
-            m_models->setVisibility(visibilityAt(index));
+        if (!m_models)
+            return;
+        const auto selected = currentFeature();
+        rememberExpansion();
+        m_models->setVisibility(visibilityAt(index));
+        if (selected)
+            selectFeature(QString::fromStdString(selected->getName()));
+        restoreExpansion();
     });
     connect(m_visibilityBox, QOverload<int>::of(&QComboBox::activated), this,
             [this](int index) { m_settings.setVisibility(visibilityAt(index)); });
@@ -212,9 +218,13 @@ void BrowserWindow::buildToolBar()
     connect(m_searchBox, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (!m_models)
             return;
+        const auto selected = currentFeature();
+        rememberExpansion();
+        m_searching = !text.trimmed().isEmpty();
         m_models->setSearchText(text);
-        if (!text.trimmed().isEmpty())
-            m_view->expandAll();
+        if (selected)
+            selectFeature(QString::fromStdString(selected->getName()));
+        restoreExpansion();
     });
 }
 
@@ -240,6 +250,9 @@ void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
     m_view->setModel(nullptr);
     m_models.reset();
     m_source = std::move(source);
+    m_expanded.clear();
+    m_expansionKnown = false;
+    m_searching = !m_searchBox->text().trimmed().isEmpty();
     m_errorLabel->setFullText(QString());
     setWindowTitle(m_source ? QStringLiteral("%1 - Parameter Browser").arg(m_source->description())
                             : QStringLiteral("Parameter Browser"));
@@ -255,14 +268,14 @@ void BrowserWindow::rebuildModels()
     if (!m_source)
         return;
     const auto selected = currentFeature();
+    rememberExpansion();
     m_view->setModel(nullptr);
     m_models.reset(new FeatureModelStack(m_source->model(), modelKind()));
     m_models->setVisibility(visibility());
     m_models->setSearchText(m_searchBox->text());
     installDelegate();
     m_view->setModel(m_models->view());
-    if (!m_searchBox->text().trimmed().isEmpty())
-        m_view->expandAll();
+    restoreExpansion();
 
     connect(m_models->parameters(), &core::Qt4GenericModel::errorReported, this, &BrowserWindow::reportError);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -273,6 +286,74 @@ void BrowserWindow::rebuildModels()
     fitFeatureColumn();
     if (!selected || !selectFeature(QString::fromStdString(selected->getName())))
         showCurrentFeature();
+}
+
+void BrowserWindow::rememberExpansion()
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model || m_searching || !m_expansionKnown)
+        return;
+    m_expanded.clear();
+    std::vector<QModelIndex> pending{QModelIndex()};
+    while (!pending.empty()) {
+        const QModelIndex parent = pending.back();
+        pending.pop_back();
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            if (!m_view->isExpanded(index))
+                continue;
+            if (const auto feature = featureAt(index))
+                m_expanded.insert(feature->getName());
+            pending.push_back(index);
+        }
+    }
+}
+
+// Now, and once more when the view has applied the rows' own expansion hooks (which it does after
+// the events of a change).
+void BrowserWindow::restoreExpansion()
+{
+    applyExpansion();
+    QTimer::singleShot(0, this, [this] { applyExpansion(); });
+}
+
+void BrowserWindow::applyExpansion()
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model)
+        return;
+    if (m_searching) {
+        // A search shows every match with its categories.
+        m_view->expandAll();
+        return;
+    }
+    if (!m_expansionKnown) {
+        m_expanded.clear();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (const auto feature = featureAt(model->index(row, 0)))
+                m_expanded.insert(feature->getName());
+        }
+        m_expansionKnown = true;
+    }
+    std::vector<QModelIndex> pending{QModelIndex()};
+    while (!pending.empty()) {
+        const QModelIndex parent = pending.back();
+        pending.pop_back();
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            if (model->rowCount(index) == 0)
+                continue;
+            const auto feature = featureAt(index);
+            const bool expand = feature && m_expanded.count(feature->getName());
+            m_view->setExpanded(index, expand);
+            if (expand)
+                pending.push_back(index);
+        }
+    }
+    // The selected feature stays in sight.
+    if (m_view->selectionModel())
+        for (QModelIndex above = m_view->currentIndex().parent(); above.isValid(); above = above.parent())
+            m_view->expand(above);
 }
 
 // A fresh delegate per model: it remembers open editors by row, and the grid belongs to the styled look.

@@ -9,6 +9,7 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -95,6 +96,12 @@ private:
     void buildToolBar();
     void buildStatusBar();
     void rebuildModels();
+    // Expands the categories a person had expanded (kept by name across model changes, searches and
+    // visibility changes); on a source's first showing, its top-level categories.
+    void restoreExpansion();
+    void applyExpansion();
+    // Notes which categories are expanded now (not while a search shows everything expanded).
+    void rememberExpansion();
     void installDelegate();
     void fitFeatureColumn();
     void showCurrentFeature();
@@ -107,6 +114,9 @@ private:
     std::unique_ptr<ParameterSource> m_source;
     std::unique_ptr<FeatureModelStack> m_models;
     boost::shared_ptr<QAbstractItemDelegate> m_delegate;
+    std::set<std::string> m_expanded; // categories expanded by name
+    bool m_expansionKnown = false;    // false until the source's first showing
+    bool m_searching = false;         // the models filter by a search text
 
     core::Qt4GenericTreeView* m_view = nullptr;
     FeatureDetailsPane* m_details = nullptr;

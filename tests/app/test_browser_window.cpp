@@ -227,6 +227,41 @@ TEST_F(BrowserWindowTest, theSearchBoxKeepsMatchesWithTheirCategories)
     EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Width")));
 }
 
+TEST_F(BrowserWindowTest, expansionAndSelectionAreKeptAcrossSearchModelAndVisibility)
+{
+    auto expanded = [this](const char* name) {
+        const QModelIndex row = findRow(shown(), QLatin1String(name));
+        EXPECT_TRUE(row.isValid()) << name;
+        return window->view()->isExpanded(row);
+    };
+    // A first showing has its top-level categories open.
+    EXPECT_TRUE(expanded("Device Control"));
+    EXPECT_TRUE(expanded("Image Format Control"));
+    EXPECT_TRUE(expanded("Acquisition Control"));
+    // A person closes one and picks a feature.
+    window->view()->collapse(findRow(shown(), QStringLiteral("Device Control")));
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Height")));
+    auto check = [&](const char* after) {
+        EXPECT_FALSE(expanded("Device Control")) << after;
+        EXPECT_TRUE(expanded("Image Format Control")) << after;
+        EXPECT_TRUE(expanded("Acquisition Control")) << after;
+        EXPECT_EQ(window->details()->shownText(QStringLiteral("Name")), QStringLiteral("Height")) << after;
+    };
+    auto* search = child<QLineEdit>("searchBox");
+    search->setText(QStringLiteral("height"));
+    settle();
+    EXPECT_TRUE(expanded("Image Format Control")) << "a search shows its matches";
+    search->clear();
+    settle();
+    check("a search cleared");
+    choose("modelBox", QStringLiteral("Plain"));
+    check("a model switch");
+    choose("visibilityBox", QStringLiteral("Guru"));
+    check("a visibility change");
+    choose("modelBox", QStringLiteral("Styled"));
+    check("a switch back");
+}
+
 TEST_F(BrowserWindowTest, aValueEditedInPlaceReachesTheTreeAndShows)
 {
     ASSERT_TRUE(window->selectFeature(QStringLiteral("Width")));
