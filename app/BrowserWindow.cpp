@@ -14,6 +14,7 @@
 #include <vorn/host/Qt4GenericModelNode.h>
 #include <vorn/host/Qt4GenericTreeView.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -23,6 +24,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -72,6 +74,7 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
 
     m_view = new core::Qt4GenericTreeView;
     m_view->setObjectName(QStringLiteral("featureTree"));
+    m_view->installEventFilter(this);
     m_view->setAlternatingRowColors(true);
     m_view->setUniformRowHeights(false);
     m_view->setAllColumnsShowFocus(true);
@@ -167,6 +170,17 @@ void BrowserWindow::buildToolBar()
                                          "Events: the boolean features as check boxes"),
                           bar);
     addLabelled(QStringLiteral("&Model:"), m_modelBox);
+    // What each model is for, on its entry in the list.
+    m_modelBox->setItemData(0, QStringLiteral("Name and value in two compact columns, every category open"),
+                            Qt::ToolTipRole);
+    m_modelBox->setItemData(1,
+                            QStringLiteral("A grid with kind icons, integers in decimal, hex or binary, "
+                                           "read-only values greyed: for reading and editing values"),
+                            Qt::ToolTipRole);
+    m_modelBox->setItemData(2,
+                            QStringLiteral("Only the on/off features (event and trigger switches) as check "
+                                           "boxes: to see and flip many of them at once"),
+                            Qt::ToolTipRole);
 
     m_viewModeBox = comboBox(QStringLiteral("viewModeBox"),
                              {QStringLiteral("Decimal"), QStringLiteral("Hex"), QStringLiteral("Binary")},
@@ -286,6 +300,36 @@ void BrowserWindow::rebuildModels()
     fitFeatureColumn();
     if (!selected || !selectFeature(QString::fromStdString(selected->getName())))
         showCurrentFeature();
+}
+
+bool BrowserWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_view || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const QModelIndex current = m_view->currentIndex();
+    if (!current.isValid())
+        return QMainWindow::eventFilter(watched, event);
+    // The value is in the last column (the events model has only one).
+    const QModelIndex value =
+        current.sibling(current.row(), m_view->model()->columnCount(current.parent()) - 1);
+    if (key == Qt::Key_Space) {
+        QWidget* cell = m_view->indexWidget(value);
+        auto* button = cell ? cell->findChild<QAbstractButton*>() : nullptr;
+        if (button) {
+            if (button->isEnabled())
+                button->click();
+            return true;
+        }
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2) {
+        if (value.flags() & Qt::ItemIsEditable) {
+            m_view->setCurrentIndex(value);
+            m_view->edit(value);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void BrowserWindow::rememberExpansion()

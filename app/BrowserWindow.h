@@ -46,6 +46,9 @@ public:
     explicit BrowserWindow(QWidget* parent = nullptr);
     ~BrowserWindow() override;
 
+    // Keys on the tree: Enter and F2 edit the selected value, Space runs a selected command.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
     // The size of a window that nothing remembers yet.
     static QSize defaultSize() { return QSize(920, 720); }
 

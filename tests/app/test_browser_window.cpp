@@ -23,12 +23,14 @@
 #include <vorn/models/Qt4StyledBooleanParametersModel.h>
 #include <vorn/models/Qt4StyledParametersModel.h>
 
+#include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -260,6 +262,57 @@ TEST_F(BrowserWindowTest, expansionAndSelectionAreKeptAcrossSearchModelAndVisibi
     check("a visibility change");
     choose("modelBox", QStringLiteral("Styled"));
     check("a switch back");
+}
+
+TEST_F(BrowserWindowTest, theKeyboardEditsValuesAndRunsCommands)
+{
+    auto* view = window->view();
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Width")));
+    view->setFocus();
+    // An editor is open while the focus is in a widget on the view's viewport.
+    auto editing = [view] {
+        QWidget* focus = QApplication::focusWidget();
+        return focus && view->viewport()->isAncestorOf(focus);
+    };
+    // F2 opens the editor; Escape leaves the value as it was.
+    QTest::keyClick(view, Qt::Key_F2);
+    ASSERT_TRUE(editing());
+    QWidget* editor = QApplication::focusWidget();
+    QTest::keyClick(editor, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(editing());
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    // Enter opens it too, and Enter commits what was typed.
+    QTest::keyClick(view, Qt::Key_Return);
+    ASSERT_TRUE(editing());
+    editor = QApplication::focusWidget();
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, QStringLiteral("1024"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1024 px"));
+
+    // Space runs a selected command, as its button would.
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("AcquisitionStart")));
+    settle();
+    const QModelIndex row = view->currentIndex();
+    QWidget* cell = view->indexWidget(row.sibling(row.row(), 1));
+    ASSERT_TRUE(cell);
+    auto* button = cell->findChild<QAbstractButton*>();
+    ASSERT_TRUE(button);
+    QSignalSpy clicked(button, &QAbstractButton::clicked);
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_Space);
+    EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(BrowserWindowTest, eachModelSaysWhatItIsFor)
+{
+    auto* box = child<QComboBox>("modelBox");
+    for (int i = 0; i < box->count(); ++i)
+        EXPECT_FALSE(box->itemData(i, Qt::ToolTipRole).toString().isEmpty())
+            << box->itemText(i).toStdString();
+    EXPECT_TRUE(box->itemData(2, Qt::ToolTipRole).toString().contains(QStringLiteral("check boxes")));
 }
 
 TEST_F(BrowserWindowTest, aValueEditedInPlaceReachesTheTreeAndShows)
