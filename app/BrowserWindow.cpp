@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QDateTime>
 #include <QDir>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -29,6 +30,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
@@ -93,6 +95,18 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
     m_splitter->setChildrenCollapsible(false);
     setCentralWidget(m_splitter);
 
+    // What happened when: device events, refused writes, loads and saves. The status bar shows
+    // only the current state.
+    m_log = new QPlainTextEdit;
+    m_log->setObjectName(QStringLiteral("log"));
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(kLogLines);
+    auto* logDock = new QDockWidget(QStringLiteral("Log"), this);
+    logDock->setObjectName(QStringLiteral("logDock"));
+    logDock->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, logDock);
+    logDock->hide();
+
     buildActions();
     buildToolBar();
     buildStatusBar();
@@ -139,6 +153,8 @@ void BrowserWindow::buildActions()
     quit->setShortcut(QKeySequence::Quit);
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    if (auto* dock = findChild<QDockWidget*>(QStringLiteral("logDock")))
+        view->addAction(dock->toggleViewAction());
     view->addAction(QStringLiteral("&Expand All"), m_view, &QTreeView::expandAll);
     view->addAction(QStringLiteral("&Collapse All"), m_view, &QTreeView::collapseAll);
 }
@@ -531,6 +547,16 @@ QString BrowserWindow::lastErrorText() const
 
 void BrowserWindow::updateDeviceState()
 {
+    showDeviceState();
+    const QString state = m_stateLabel->fullText();
+    if (state != m_lastState) {
+        m_lastState = state;
+        log(state);
+    }
+}
+
+void BrowserWindow::showDeviceState()
+{
     if (!m_source) {
         m_stateLabel->setFullText(QStringLiteral("Nothing open"));
         return;
@@ -546,8 +572,20 @@ void BrowserWindow::updateDeviceState()
                                         .arg(m_source->description()));
 }
 
+void BrowserWindow::log(const QString& text)
+{
+    m_log->appendPlainText(
+        QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text));
+}
+
+QStringList BrowserWindow::logLines() const
+{
+    return m_log->toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
 void BrowserWindow::reportError(const QString& message)
 {
+    log(message);
     m_errorLabel->setFullText(
         QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), message));
 }
@@ -609,7 +647,9 @@ bool BrowserWindow::saveValues(const QString& path, QString* error)
         *error = QStringLiteral("nothing is open");
         return false;
     }
-    return FeatureValueStore::save(*m_source, path, error);
+    const bool saved = FeatureValueStore::save(*m_source, path, error);
+    log(saved ? QStringLiteral("Saved the feature values to %1").arg(path) : *error);
+    return saved;
 }
 
 std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QString* error)
@@ -618,7 +658,14 @@ std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QStri
         *error = QStringLiteral("nothing is open");
         return {};
     }
-    return FeatureValueStore::load(*m_source, path, error);
+    auto failures = FeatureValueStore::load(*m_source, path, error);
+    if (!error->isEmpty())
+        log(*error);
+    else if (failures.empty())
+        log(QStringLiteral("Set every value from %1").arg(path));
+    else
+        log(QStringLiteral("Loaded %1: %2 value(s) not set").arg(path).arg(failures.size()));
+    return failures;
 }
 
 void BrowserWindow::saveValuesAs()

@@ -17,6 +17,7 @@ class QAbstractItemDelegate;
 class QComboBox;
 class QLineEdit;
 class QSplitter;
+class QPlainTextEdit;
 class QTimer;
 
 namespace vorn {
@@ -48,6 +49,9 @@ public:
 
     // Keys on the tree: Enter and F2 edit the selected value, Space runs a selected command.
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+    // The log keeps this many lines, the newest.
+    static constexpr int kLogLines = 1000;
 
     // The size of a window that nothing remembers yet.
     static QSize defaultSize() { return QSize(920, 720); }
@@ -81,6 +85,8 @@ public:
     FeatureDetailsPane* details() const { return m_details; }
     QString deviceStateText() const;
     QString lastErrorText() const;
+    // The log's lines, oldest first: "HH:mm:ss text".
+    QStringList logLines() const;
 
 public slots:
     void openDescription();
@@ -109,7 +115,10 @@ private:
     void fitFeatureColumn();
     void showCurrentFeature();
     void updateDeviceState();
+    void showDeviceState();
     void reportError(const QString& message);
+    // A time-stamped line in the log dock: device events, refusals, loads and saves.
+    void log(const QString& text);
     bool openSource(std::unique_ptr<ParameterSource> source, const QString& error);
     boost::shared_ptr<core::models::MvParametersEntryNode> currentFeature() const;
 
@@ -131,6 +140,8 @@ private:
     ElidedLabel* m_stateLabel = nullptr;
     ElidedLabel* m_errorLabel = nullptr;
     QTimer* m_stateTimer = nullptr;
+    QPlainTextEdit* m_log = nullptr;
+    QString m_lastState; // the device state last logged
 };
 
 } // namespace browser

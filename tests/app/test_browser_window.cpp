@@ -403,6 +403,27 @@ TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
     vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-error"));
 }
 
+TEST_F(BrowserWindowTest, theLogKeepsWhatHappenedWhen)
+{
+    FeatureWriter(*window->source()).apply({FeatureAssignment{"Width", -1, "5000", 0}});
+    settle();
+    QTemporaryDir dir;
+    QString error;
+    ASSERT_TRUE(window->saveValues(dir.filePath(QStringLiteral("v.txt")), &error));
+    QStringList lines = window->logLines();
+    // Each line starts with its time.
+    for (QString& line : lines) {
+        EXPECT_EQ(line.mid(2, 1), QStringLiteral(":")) << line.toStdString();
+        line = line.mid(10);
+    }
+    EXPECT_EQ(
+        lines,
+        QStringList(
+            {QStringLiteral("Connected: example device"),
+             QStringLiteral("Cannot set Width to 5000: 5000 is above the maximum 4096"),
+             QStringLiteral("Saved the feature values to %1").arg(dir.filePath(QStringLiteral("v.txt")))}));
+}
+
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
 {
     QTemporaryDir dir;
