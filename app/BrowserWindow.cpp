@@ -9,6 +9,7 @@
 #include "FeatureSearchModel.h"
 #include "FeatureValueStore.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include <vorn/delegate/Qt4ParametersItemDelegate.h>
 #include <vorn/host/Qt4GenericModelNode.h>
@@ -155,6 +156,11 @@ void BrowserWindow::buildActions()
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     if (auto* dock = findChild<QDockWidget*>(QStringLiteral("logDock")))
         view->addAction(dock->toggleViewAction());
+    view->addSeparator();
+    m_registersAction = view->addAction(QStringLiteral("&Registers..."), this, [this] { openRegisters(); });
+    m_registersAction->setObjectName(QStringLiteral("registersAction"));
+    m_registersAction->setToolTip(
+        QStringLiteral("Reads and writes a register by address (from the Guru level on)"));
     view->addAction(QStringLiteral("&Expand All"), m_view, &QTreeView::expandAll);
     view->addAction(QStringLiteral("&Collapse All"), m_view, &QTreeView::collapseAll);
 }
@@ -227,6 +233,7 @@ void BrowserWindow::buildToolBar()
         const auto selected = currentFeature();
         rememberExpansion();
         m_models->setVisibility(visibilityAt(index));
+        updateRegistersAction();
         if (selected)
             selectFeature(QString::fromStdString(selected->getName()));
         restoreExpansion();
@@ -276,6 +283,8 @@ void BrowserWindow::buildStatusBar()
 
 void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
 {
+    // The register dialog reads through the old source: it goes first.
+    delete m_registers.data();
     // The models over the old tree go before the tree itself.
     m_view->setModel(nullptr);
     m_models.reset();
@@ -288,6 +297,7 @@ void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
                             : QStringLiteral("Parameter Browser"));
     rebuildModels();
     updateDeviceState();
+    updateRegistersAction();
 }
 
 // How a host shows a parameter tree: a root row over the tree's root node, the chosen model over it,
@@ -570,6 +580,34 @@ void BrowserWindow::showDeviceState()
                                   ? QStringLiteral("Connected: %1").arg(m_source->description())
                                   : QStringLiteral("No answer from %1: the values shown are out of date")
                                         .arg(m_source->description()));
+}
+
+RegisterDialog* BrowserWindow::openRegisters()
+{
+    if (!m_registersAction->isEnabled() || !m_source)
+        return nullptr;
+    if (!m_registers) {
+        m_registers = new RegisterDialog(*m_source, this);
+        m_registers->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    // Not modal: the tree stays in use beside it, and nothing waits for it.
+    m_registers->show();
+    m_registers->raise();
+    return m_registers;
+}
+
+RegisterDialog* BrowserWindow::registers() const
+{
+    return m_registers.data();
+}
+
+// Registers are for experts: from the Guru level on, and only where there is a device.
+void BrowserWindow::updateRegistersAction()
+{
+    const bool expert = visibility() >= core::models::pevGuru;
+    m_registersAction->setEnabled(expert && m_source && m_source->hasRegisters());
+    if (!m_registersAction->isEnabled() && m_registers)
+        m_registers->close();
 }
 
 void BrowserWindow::log(const QString& text)

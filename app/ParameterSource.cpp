@@ -84,6 +84,24 @@ std::vector<std::pair<std::string, std::vector<std::string>>> ParameterSource::s
     return m_device ? m_device->selectors() : std::vector<std::pair<std::string, std::vector<std::string>>>();
 }
 
+void ParameterSource::readRegister(std::uint64_t address, RegisterAnswer done)
+{
+    if (!m_device) {
+        done(false, 0, "the example device has no registers");
+        return;
+    }
+    m_device->readRegister(address, std::move(done));
+}
+
+void ParameterSource::writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done)
+{
+    if (!m_device) {
+        done(false, 0, "the example device has no registers");
+        return;
+    }
+    m_device->writeRegister(address, value, std::move(done));
+}
+
 bool ParameterSource::isConnected() const
 {
     return !m_device || m_device->deviceState() == GenicamParameterTree::dsConnected;

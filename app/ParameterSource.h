@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,6 +35,13 @@ public:
     QString description() const;
     // False while a live device does not answer.
     bool isConnected() const;
+    // Whether registers can be read and written by address (a GenICam device, not the example).
+    bool hasRegisters() const { return m_device != nullptr; }
+    // A 32-bit register, answered on the GUI thread later (an error where there are no registers).
+    using RegisterAnswer = std::function<void(bool ok, std::uint32_t value, const std::string& error)>;
+    void readRegister(std::uint64_t address, RegisterAnswer done);
+    void writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done);
+
     // The selectors, each with the features whose values it selects, in tree order.
     std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
     // A description file opened without its camera: the values are the offline device's own.

@@ -62,20 +62,6 @@ std::string latin1(const char* s)
     return out;
 }
 
-// Aravis prefixes messages with the names of the nodes it went through ("[Width] [WidthReg] ...");
-// the feature is named by our own message already.
-std::string reasonOf(const GError* error)
-{
-    std::string message = error && error->message ? error->message : "unknown error";
-    while (!message.empty() && message[0] == '[') {
-        const auto end = message.find("] ");
-        if (end == std::string::npos)
-            break;
-        message.erase(0, end + 2);
-    }
-    return message;
-}
-
 ParameterEntryVisibility visibilityOf(ArvGcVisibility visibility)
 {
     switch (visibility) {

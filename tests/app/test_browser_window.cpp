@@ -10,6 +10,7 @@
 #include "FeatureModelStack.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include "support/ModelDump.h"
 #include "support/Review.h"
@@ -429,6 +430,51 @@ TEST_F(BrowserWindowTest, theLogKeepsWhatHappenedWhen)
             {QStringLiteral("Connected: example device"),
              QStringLiteral("Cannot set Width to 5000: 5000 is above the maximum 4096"),
              QStringLiteral("Saved the feature values to %1").arg(dir.filePath(QStringLiteral("v.txt")))}));
+}
+
+TEST_F(BrowserWindowTest, theRegisterDialogReadsAndWritesTheSimulatedCamera)
+{
+    // Only for experts, and only where there is a device.
+    EXPECT_FALSE(window->openRegisters());
+    choose("visibilityBox", QStringLiteral("Guru"));
+    EXPECT_FALSE(window->openRegisters()) << "the example device has no registers";
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    window->setSource(std::move(camera));
+    settle();
+    RegisterDialog* dialog = window->openRegisters();
+    ASSERT_TRUE(dialog);
+    auto* address = dialog->findChild<QLineEdit*>(QStringLiteral("address"));
+    auto* value = dialog->findChild<QLineEdit*>(QStringLiteral("value"));
+    ASSERT_TRUE(address && value);
+    auto answered = [dialog] {
+        return QTest::qWaitFor([dialog] { return !dialog->status().endsWith(QStringLiteral("...")); }, 5000);
+    };
+    // Width lives at 0x100: what the register holds is what the tree shows.
+    address->setText(QStringLiteral("0x100"));
+    dialog->read();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Read 0x100"));
+    EXPECT_EQ(dialog->valueText(), QStringLiteral("0x00000200"));
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("512"));
+    // A write reaches the register, and the tree reads it again.
+    value->setText(QStringLiteral("256"));
+    dialog->write();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Wrote 0x100"));
+    ASSERT_TRUE(window->source()->waitIdle());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("256"));
+    // What is not an address or a 32-bit value is said at once.
+    address->setText(QStringLiteral("somewhere"));
+    dialog->read();
+    EXPECT_EQ(dialog->status(),
+              QStringLiteral("\"somewhere\" is not an address (write it in decimal or as 0x...)"));
+    // Back below Guru, the dialog goes.
+    choose("visibilityBox", QStringLiteral("Beginner"));
+    settle();
+    EXPECT_FALSE(window->registers());
 }
 
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
