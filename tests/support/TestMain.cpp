@@ -16,6 +16,14 @@ int main(int argc, char** argv)
         QFile::setPermissions(runtimeDir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         setenv("XDG_RUNTIME_DIR", runtimeDir.path().toLocal8Bit().constData(), 1);
     }
+    // Settings of our own: test programs run side by side (ctest -j, two suites at once), and
+    // QSettings would otherwise share one file between them (in test mode, below HOME).
+    QTemporaryDir settingsHome;
+    if (settingsHome.isValid()) {
+        setenv("HOME", settingsHome.path().toLocal8Bit().constData(), 1);
+        setenv("XDG_CONFIG_HOME", (settingsHome.path() + QStringLiteral("/config")).toLocal8Bit().constData(),
+               1);
+    }
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
