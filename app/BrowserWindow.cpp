@@ -153,6 +153,12 @@ void BrowserWindow::buildActions()
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QAction* undo = edit->addAction(QStringLiteral("&Undo"), this, [this] { undoLastChange(); });
+    undo->setObjectName(QStringLiteral("undoAction"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setToolTip(QStringLiteral("Writes back the value before the last change"));
+
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     if (auto* dock = findChild<QDockWidget*>(QStringLiteral("logDock")))
         view->addAction(dock->toggleViewAction());
@@ -580,6 +586,22 @@ void BrowserWindow::showDeviceState()
                                   ? QStringLiteral("Connected: %1").arg(m_source->description())
                                   : QStringLiteral("No answer from %1: the values shown are out of date")
                                         .arg(m_source->description()));
+}
+
+bool BrowserWindow::undoLastChange()
+{
+    if (!m_source)
+        return false;
+    std::vector<FeatureFailure> failures;
+    std::string what;
+    if (!m_source->undo(&failures, &what)) {
+        statusBar()->showMessage(QStringLiteral("Nothing to undo"), 3000);
+        return false;
+    }
+    log(QStringLiteral("Undo %1").arg(QString::fromLatin1(what.c_str())));
+    for (const FeatureFailure& failure : failures)
+        reportError(QString::fromLatin1(failure.text().c_str()));
+    return failures.empty();
 }
 
 RegisterDialog* BrowserWindow::openRegisters()

@@ -88,6 +88,10 @@ public:
     FeatureDetailsPane* details() const { return m_details; }
     QString deviceStateText() const;
     QString lastErrorText() const;
+    // Edit > Undo: writes back the value before the last change; false when there was none or the
+    // tree refused it (the refusal is logged).
+    bool undoLastChange();
+
     // The register dialog (from the Guru level on, for GenICam devices); the open one, or nullptr.
     RegisterDialog* openRegisters();
     RegisterDialog* registers() const;

@@ -477,6 +477,32 @@ TEST_F(BrowserWindowTest, theRegisterDialogReadsAndWritesTheSimulatedCamera)
     EXPECT_FALSE(window->registers());
 }
 
+TEST_F(BrowserWindowTest, undoWritesBackThePreviousValuesOneChangeAtATime)
+{
+    EXPECT_FALSE(window->undoLastChange()) << "nothing changed yet";
+    ASSERT_TRUE(
+        FeatureWriter(*window->source())
+            .apply({FeatureAssignment{"Width", -1, "1024", 0}, FeatureAssignment{"Width", -1, "640", 0},
+                    FeatureAssignment{"PixelFormat", -1, "RGB8", 0}})
+            .empty());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("640 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Pixel Format"), QStringLiteral("Mono8"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1024 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    EXPECT_FALSE(window->undoLastChange()) << "an undo is no change of its own";
+    const QStringList lines = window->logLines();
+    ASSERT_GE(lines.size(), 3);
+    EXPECT_TRUE(lines.last().endsWith(QStringLiteral("Undo Width: 1024 back to 1280")))
+        << lines.last().toStdString();
+}
+
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
 {
     QTemporaryDir dir;
