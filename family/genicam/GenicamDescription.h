@@ -29,8 +29,10 @@ namespace genicam {
 class GenicamDescription
 {
 public:
-    // A description file larger than this is refused; no camera's description comes near it.
-    static constexpr std::size_t kMaxFileSize = 64u << 20;
+    // A description file larger than this is refused: the largest cameras' descriptions are a few
+    // megabytes, and the GenICam library needs about 150 bytes of memory per byte of description, so
+    // this keeps an open description within a few hundred megabytes.
+    static constexpr std::size_t kMaxFileSize = 8u << 20;
     // A register longer than this is not read: no camera has one, and the GenICam library would allocate
     // whatever length a description gives.
     static constexpr std::int64_t kMaxRegisterLength = 65536;
