@@ -124,7 +124,7 @@ TEST_F(BrowserWindowTest, firstRunShowsTheStyledModelAtTheBeginnerLevelWithTheLi
     EXPECT_EQ(window->viewMode(), IntegerViewMode::Decimal);
     // The view shows the search filter over the library's filter model over the styled model.
     EXPECT_EQ(shown(), window->models()->view());
-    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
     // (The filter answers level 0 as 1; it filters by the level it was given.)
     EXPECT_FALSE(namesShown(shown()).contains(QStringLiteral("OffsetX")));
     EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));
@@ -161,7 +161,7 @@ TEST_F(BrowserWindowTest, theVisibilityBoxHidesAndShowsLevelsAndIsRemembered)
 TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
 {
     choose("modelBox", QStringLiteral("Plain"));
-    EXPECT_TRUE(qobject_cast<Qt4ParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4ParametersModel*>(window->view()->sourceModel()));
     EXPECT_EQ(shown()->columnCount(), 2);
     // The plain model opens fully expanded, and integers take no view mode there.
     EXPECT_TRUE(window->view()->isExpanded(findRow(shown(), QStringLiteral("Image Format Control"))));
@@ -169,7 +169,7 @@ TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
     EXPECT_EQ(BrowserSettings().modelKind(), ModelKind::Plain);
 
     choose("modelBox", QStringLiteral("Events"));
-    EXPECT_TRUE(qobject_cast<Qt4StyledBooleanParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledBooleanParametersModel*>(window->view()->sourceModel()));
     EXPECT_EQ(shown()->columnCount(), 1);
     EXPECT_EQ(shown()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Events"));
     const QStringList names = namesShown(shown());
@@ -177,7 +177,7 @@ TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
     EXPECT_FALSE(names.contains(QStringLiteral("Width")));
 
     choose("modelBox", QStringLiteral("Styled"));
-    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
     EXPECT_TRUE(child<QComboBox>("viewModeBox")->isEnabled());
     // Each model gets a delegate of its own; the visibility level carries over.
     EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));

@@ -15,6 +15,7 @@
 #include <QAbstractItemModelTester>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSortFilterProxyModel>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,144 @@ TEST_F(FilterModelTest, levelTwoShowsGuruRowsAfterTwoLayoutChanges)
     EXPECT_EQ(rows(),
               (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  Guru | 0", "  NotAvailable | 0",
                            "GuruCat | ", "  BeginnerInGuru | 0", "Emptied | ", "  OnlyGuru | 0"}));
+}
+
+// Every structural signal of a model, as "signal parent first..last", in the order they came. A parent
+// is named by its column-0 text ("root" for the invisible root); layout signals name their parents and
+// hint.
+class SignalRecorder : public QObject
+{
+public:
+    explicit SignalRecorder(QAbstractItemModel* model) : m_model(model)
+    {
+        auto range = [this](const char* what) {
+            return [this, what](const QModelIndex& parent, int first, int last) {
+                m_log << QStringLiteral("%1 %2 %3..%4")
+                             .arg(QLatin1String(what), name(parent))
+                             .arg(first)
+                             .arg(last);
+            };
+        };
+        connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, range("aboutToRemove"));
+        connect(model, &QAbstractItemModel::rowsRemoved, this, range("removed"));
+        connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, range("aboutToInsert"));
+        connect(model, &QAbstractItemModel::rowsInserted, this, range("inserted"));
+        auto layout = [this](const char* what) {
+            return [this, what](const QList<QPersistentModelIndex>& parents,
+                                QAbstractItemModel::LayoutChangeHint hint) {
+                m_log << QStringLiteral("%1 parents=%2 hint=%3")
+                             .arg(QLatin1String(what))
+                             .arg(parents.size())
+                             .arg(hint);
+            };
+        };
+        connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, layout("layoutAboutToBeChanged"));
+        connect(model, &QAbstractItemModel::layoutChanged, this, layout("layoutChanged"));
+        connect(model, &QAbstractItemModel::modelAboutToBeReset, this,
+                [this] { m_log << "modelAboutToBeReset"; });
+        connect(model, &QAbstractItemModel::modelReset, this, [this] { m_log << "modelReset"; });
+        connect(model, &QAbstractItemModel::rowsAboutToBeMoved, this,
+                [this] { m_log << "rowsAboutToBeMoved"; });
+    }
+
+    QStringList take()
+    {
+        const QStringList log = m_log;
+        m_log.clear();
+        return log;
+    }
+
+private:
+    QString name(const QModelIndex& parent) const
+    {
+        return parent.isValid() ? parent.data().toString() : QStringLiteral("root");
+    }
+
+    QAbstractItemModel* m_model;
+    QStringList m_log;
+};
+
+const QString layoutPair[] = {QStringLiteral("layoutAboutToBeChanged parents=0 hint=0"),
+                              QStringLiteral("layoutChanged parents=0 hint=0")};
+
+TEST_F(FilterModelTest, levelChangeRefiltersWithRowSignalsThenChangesTheLayoutOncePerPass)
+{
+    build();
+    QAbstractItemModelTester sourceTester(filter->sourceModel(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QAbstractItemModelTester tester(filter.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    // A proxy stacked above must see every row come and go as well.
+    QSortFilterProxyModel above;
+    above.setSourceModel(filter.get());
+    QAbstractItemModelTester aboveTester(&above, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    ASSERT_EQ(rows(),
+              (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  NotAvailable | 0", "Emptied | "}));
+    SignalRecorder recorder(filter.get());
+    SignalRecorder aboveRecorder(&above);
+
+    filter->changeVisibility(pevGuru);
+    // Pass 1 at level 4 lets every row in again (Guru and Invisible come in as one run), then pass 2
+    // at level 2 takes Invisible out.
+    const QStringList expected{"aboutToInsert root 1..1",
+                               "inserted root 1..1",
+                               "aboutToInsert Cat 2..3",
+                               "inserted Cat 2..3",
+                               "aboutToInsert Emptied 0..0",
+                               "inserted Emptied 0..0",
+                               layoutPair[0],
+                               layoutPair[1],
+                               "aboutToRemove Cat 3..3",
+                               "removed Cat 3..3",
+                               layoutPair[0],
+                               layoutPair[1]};
+    EXPECT_EQ(recorder.take(), expected);
+    EXPECT_EQ(rows(),
+              (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  Guru | 0", "  NotAvailable | 0",
+                           "GuruCat | ", "  BeginnerInGuru | 0", "Emptied | ", "  OnlyGuru | 0"}));
+    const QStringList seenAbove = aboveRecorder.take();
+    EXPECT_EQ(seenAbove.filter(QStringLiteral("inserted ")),
+              (QStringList{"inserted root 1..1", "inserted Cat 2..3", "inserted Emptied 0..0"}));
+    EXPECT_EQ(seenAbove.filter(QStringLiteral("removed ")), (QStringList{"removed Cat 3..3"}));
+    EXPECT_EQ(dumpRows(&above), rows());
+
+    // Down to level 0: pass 1 brings Invisible back, pass 2 takes out every row above level 0. Rows
+    // that go out next to each other go as one range, the last run first.
+    filter->changeVisibility(pevBeginner);
+    EXPECT_EQ(recorder.take(),
+              (QStringList{"aboutToInsert Cat 3..3", "inserted Cat 3..3", layoutPair[0], layoutPair[1],
+                           "aboutToRemove root 1..1", "removed root 1..1", "aboutToRemove Cat 1..3",
+                           "removed Cat 1..3", "aboutToRemove Emptied 0..0", "removed Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(rows(), (QStringList{"Cat | ", "  Beginner | 0", "  NotAvailable | 0", "Emptied | "}));
+    EXPECT_EQ(dumpRows(&above), rows());
+
+    // The same level again: pass 1 lets everything in, pass 2 takes the same rows out.
+    filter->changeVisibility(pevBeginner);
+    const QStringList again = recorder.take();
+    EXPECT_EQ(again.mid(0, 8),
+              (QStringList{"aboutToInsert root 1..1", "inserted root 1..1", "aboutToInsert Cat 1..3",
+                           "inserted Cat 1..3", "aboutToInsert Emptied 0..0", "inserted Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(again.mid(8),
+              (QStringList{"aboutToRemove root 1..1", "removed root 1..1", "aboutToRemove Cat 1..3",
+                           "removed Cat 1..3", "aboutToRemove Emptied 0..0", "removed Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(rows(), (QStringList{"Cat | ", "  Beginner | 0", "  NotAvailable | 0", "Emptied | "}));
+}
+
+TEST_F(FilterModelTest, levelChangeKeepsRowsThatStayAndTheirPersistentIndexes)
+{
+    build();
+    QAbstractItemModelTester tester(filter.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QPersistentModelIndex notAvailable(requireRow(filter.get(), "NotAvailable"));
+    const QPersistentModelIndex emptied(requireRow(filter.get(), "Emptied"));
+    filter->changeVisibility(pevAll);
+    EXPECT_EQ(notAvailable.data().toString(), QStringLiteral("NotAvailable"));
+    EXPECT_EQ(notAvailable.row(), 4) << "Guru and Invisible came in above it";
+    EXPECT_EQ(emptied.row(), 2) << "GuruCat came in above it";
+    filter->changeVisibility(pevBeginner);
+    EXPECT_EQ(notAvailable.row(), 1);
+    EXPECT_EQ(emptied.row(), 1);
 }
 
 TEST_F(FilterModelTest, internalAndNotImplementedRowsStayHiddenAtEveryLevel)
@@ -144,6 +283,16 @@ TEST(FilterModelSortTest, sortsByCustomKeysOnlyAndKeepsRowsWithoutKeysInPlace)
     EXPECT_FALSE(lessThan(filter->mapToSource(noKey), filter->mapToSource(two)));
     EXPECT_FALSE(lessThan(filter->mapToSource(two), filter->mapToSource(noKey)));
     EXPECT_FALSE(lessThan(QModelIndex(), filter->mapToSource(two)));
+}
+
+TEST(FilterModelMetaObjectTest, isTheProxyModelsOwn)
+{
+    auto tree = InMemoryParameterTree::create();
+    auto filter = Qt4ParametersFilterModel::create(plainModel(tree), nullptr);
+    EXPECT_STREQ(filter->metaObject()->className(), "QSortFilterProxyModel");
+    EXPECT_EQ(filter->metaObject(), &QSortFilterProxyModel::staticMetaObject);
+    EXPECT_TRUE(filter->inherits("QSortFilterProxyModel"));
+    EXPECT_EQ(filter->qt_metacast("vorn::core::Qt4ParametersFilterModel"), nullptr);
 }
 
 TEST(FilterModelLifetimeTest, keepsItsSourceModelAlive)
