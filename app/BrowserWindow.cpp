@@ -111,6 +111,7 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
     buildActions();
     buildToolBar();
     buildStatusBar();
+    showDeviceState();
 
     m_stateTimer = new QTimer(this);
     m_stateTimer->setInterval(500);
@@ -144,6 +145,14 @@ void BrowserWindow::buildActions()
     file->addAction(QStringLiteral("&Connect to Device..."), this, &BrowserWindow::connectToDevice);
     file->addAction(QStringLiteral("Open &Simulated Camera"), this, &BrowserWindow::openSimulatedCamera);
     file->addAction(QStringLiteral("Open &Example Device"), this, &BrowserWindow::openExampleDevice);
+    // Another window beside this one, for a second device: each tree has a device thread of its own.
+    QAction* newWindow = file->addAction(QStringLiteral("&New Window"), this, [] {
+        auto* window = new BrowserWindow;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+    newWindow->setObjectName(QStringLiteral("newWindowAction"));
+    newWindow->setShortcut(QKeySequence::New);
     file->addSeparator();
     QAction* save =
         file->addAction(QStringLiteral("Sa&ve Feature Values..."), this, &BrowserWindow::saveValuesAs);

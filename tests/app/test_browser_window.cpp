@@ -25,6 +25,7 @@
 #include <vorn/models/Qt4StyledParametersModel.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -501,6 +502,30 @@ TEST_F(BrowserWindowTest, undoWritesBackThePreviousValuesOneChangeAtATime)
     ASSERT_GE(lines.size(), 3);
     EXPECT_TRUE(lines.last().endsWith(QStringLiteral("Undo Width: 1024 back to 1280")))
         << lines.last().toStdString();
+}
+
+TEST_F(BrowserWindowTest, aNewWindowShowsASecondDeviceBesideTheFirst)
+{
+    auto* action = window->findChild<QAction*>(QStringLiteral("newWindowAction"));
+    ASSERT_TRUE(action);
+    action->trigger();
+    BrowserWindow* second = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* candidate = qobject_cast<BrowserWindow*>(widget); candidate && candidate != window.get())
+            second = candidate;
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Nothing open"));
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    second->setSource(std::move(camera));
+    settle();
+    // Each window its own device, side by side.
+    EXPECT_EQ(second->windowTitle(), QStringLiteral("simulated camera - Parameter Browser"));
+    EXPECT_EQ(window->deviceStateText(), QStringLiteral("Connected: example device"));
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Connected: simulated camera"));
+    second->close();
+    settle();
 }
 
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
