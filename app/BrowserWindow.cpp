@@ -9,24 +9,29 @@
 #include "FeatureSearchModel.h"
 #include "FeatureValueStore.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include <vorn/delegate/Qt4ParametersItemDelegate.h>
 #include <vorn/host/Qt4GenericModelNode.h>
 #include <vorn/host/Qt4GenericTreeView.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDateTime>
 #include <QDir>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
@@ -72,6 +77,7 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
 
     m_view = new core::Qt4GenericTreeView;
     m_view->setObjectName(QStringLiteral("featureTree"));
+    m_view->installEventFilter(this);
     m_view->setAlternatingRowColors(true);
     m_view->setUniformRowHeights(false);
     m_view->setAllColumnsShowFocus(true);
@@ -90,9 +96,22 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
     m_splitter->setChildrenCollapsible(false);
     setCentralWidget(m_splitter);
 
+    // What happened when: device events, refused writes, loads and saves. The status bar shows
+    // only the current state.
+    m_log = new QPlainTextEdit;
+    m_log->setObjectName(QStringLiteral("log"));
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(kLogLines);
+    auto* logDock = new QDockWidget(QStringLiteral("Log"), this);
+    logDock->setObjectName(QStringLiteral("logDock"));
+    logDock->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, logDock);
+    logDock->hide();
+
     buildActions();
     buildToolBar();
     buildStatusBar();
+    showDeviceState();
 
     m_stateTimer = new QTimer(this);
     m_stateTimer->setInterval(500);
@@ -126,6 +145,14 @@ void BrowserWindow::buildActions()
     file->addAction(QStringLiteral("&Connect to Device..."), this, &BrowserWindow::connectToDevice);
     file->addAction(QStringLiteral("Open &Simulated Camera"), this, &BrowserWindow::openSimulatedCamera);
     file->addAction(QStringLiteral("Open &Example Device"), this, &BrowserWindow::openExampleDevice);
+    // Another window beside this one, for a second device: each tree has a device thread of its own.
+    QAction* newWindow = file->addAction(QStringLiteral("&New Window"), this, [] {
+        auto* window = new BrowserWindow;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+    newWindow->setObjectName(QStringLiteral("newWindowAction"));
+    newWindow->setShortcut(QKeySequence::New);
     file->addSeparator();
     QAction* save =
         file->addAction(QStringLiteral("Sa&ve Feature Values..."), this, &BrowserWindow::saveValuesAs);
@@ -135,7 +162,20 @@ void BrowserWindow::buildActions()
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QAction* undo = edit->addAction(QStringLiteral("&Undo"), this, [this] { undoLastChange(); });
+    undo->setObjectName(QStringLiteral("undoAction"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setToolTip(QStringLiteral("Writes back the value before the last change"));
+
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    if (auto* dock = findChild<QDockWidget*>(QStringLiteral("logDock")))
+        view->addAction(dock->toggleViewAction());
+    view->addSeparator();
+    m_registersAction = view->addAction(QStringLiteral("&Registers..."), this, [this] { openRegisters(); });
+    m_registersAction->setObjectName(QStringLiteral("registersAction"));
+    m_registersAction->setToolTip(
+        QStringLiteral("Reads and writes a register by address (from the Guru level on)"));
     view->addAction(QStringLiteral("&Expand All"), m_view, &QTreeView::expandAll);
     view->addAction(QStringLiteral("&Collapse All"), m_view, &QTreeView::collapseAll);
 }
@@ -167,6 +207,17 @@ void BrowserWindow::buildToolBar()
                                          "Events: the boolean features as check boxes"),
                           bar);
     addLabelled(QStringLiteral("&Model:"), m_modelBox);
+    // What each model is for, on its entry in the list.
+    m_modelBox->setItemData(0, QStringLiteral("Name and value in two compact columns, every category open"),
+                            Qt::ToolTipRole);
+    m_modelBox->setItemData(1,
+                            QStringLiteral("A grid with kind icons, integers in decimal, hex or binary, "
+                                           "read-only values greyed: for reading and editing values"),
+                            Qt::ToolTipRole);
+    m_modelBox->setItemData(2,
+                            QStringLiteral("Only the on/off features (event and trigger switches) as check "
+                                           "boxes: to see and flip many of them at once"),
+                            Qt::ToolTipRole);
 
     m_viewModeBox = comboBox(QStringLiteral("viewModeBox"),
                              {QStringLiteral("Decimal"), QStringLiteral("Hex"), QStringLiteral("Binary")},
@@ -192,8 +243,15 @@ void BrowserWindow::buildToolBar()
     // currentIndexChanged applies a choice however it was made; activated (a person's choice only)
     // also remembers it for the next run.
     connect(m_visibilityBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int index) {
-        if (m_models)
-            m_models->setVisibility(visibilityAt(index));
+        if (!m_models)
+            return;
+        const auto selected = currentFeature();
+        rememberExpansion();
+        m_models->setVisibility(visibilityAt(index));
+        updateRegistersAction();
+        if (selected)
+            selectFeature(QString::fromStdString(selected->getName()));
+        restoreExpansion();
     });
     connect(m_visibilityBox, QOverload<int>::of(&QComboBox::activated), this,
             [this](int index) { m_settings.setVisibility(visibilityAt(index)); });
@@ -212,9 +270,13 @@ void BrowserWindow::buildToolBar()
     connect(m_searchBox, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (!m_models)
             return;
+        const auto selected = currentFeature();
+        rememberExpansion();
+        m_searching = !text.trimmed().isEmpty();
         m_models->setSearchText(text);
-        if (!text.trimmed().isEmpty())
-            m_view->expandAll();
+        if (selected)
+            selectFeature(QString::fromStdString(selected->getName()));
+        restoreExpansion();
     });
 }
 
@@ -236,15 +298,21 @@ void BrowserWindow::buildStatusBar()
 
 void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
 {
+    // The register dialog reads through the old source: it goes first.
+    delete m_registers.data();
     // The models over the old tree go before the tree itself.
     m_view->setModel(nullptr);
     m_models.reset();
     m_source = std::move(source);
+    m_expanded.clear();
+    m_expansionKnown = false;
+    m_searching = !m_searchBox->text().trimmed().isEmpty();
     m_errorLabel->setFullText(QString());
     setWindowTitle(m_source ? QStringLiteral("%1 - Parameter Browser").arg(m_source->description())
                             : QStringLiteral("Parameter Browser"));
     rebuildModels();
     updateDeviceState();
+    updateRegistersAction();
 }
 
 // How a host shows a parameter tree: a root row over the tree's root node, the chosen model over it,
@@ -255,14 +323,14 @@ void BrowserWindow::rebuildModels()
     if (!m_source)
         return;
     const auto selected = currentFeature();
+    rememberExpansion();
     m_view->setModel(nullptr);
     m_models.reset(new FeatureModelStack(m_source->model(), modelKind()));
     m_models->setVisibility(visibility());
     m_models->setSearchText(m_searchBox->text());
     installDelegate();
     m_view->setModel(m_models->view());
-    if (!m_searchBox->text().trimmed().isEmpty())
-        m_view->expandAll();
+    restoreExpansion();
 
     connect(m_models->parameters(), &core::Qt4GenericModel::errorReported, this, &BrowserWindow::reportError);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -273,6 +341,104 @@ void BrowserWindow::rebuildModels()
     fitFeatureColumn();
     if (!selected || !selectFeature(QString::fromStdString(selected->getName())))
         showCurrentFeature();
+}
+
+bool BrowserWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_view || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const QModelIndex current = m_view->currentIndex();
+    if (!current.isValid())
+        return QMainWindow::eventFilter(watched, event);
+    // The value is in the last column (the events model has only one).
+    const QModelIndex value =
+        current.sibling(current.row(), m_view->model()->columnCount(current.parent()) - 1);
+    if (key == Qt::Key_Space) {
+        QWidget* cell = m_view->indexWidget(value);
+        auto* button = cell ? cell->findChild<QAbstractButton*>() : nullptr;
+        if (button) {
+            if (button->isEnabled())
+                button->click();
+            return true;
+        }
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2) {
+        if (value.flags() & Qt::ItemIsEditable) {
+            m_view->setCurrentIndex(value);
+            m_view->edit(value);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void BrowserWindow::rememberExpansion()
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model || m_searching || !m_expansionKnown)
+        return;
+    m_expanded.clear();
+    std::vector<QModelIndex> pending{QModelIndex()};
+    while (!pending.empty()) {
+        const QModelIndex parent = pending.back();
+        pending.pop_back();
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            if (!m_view->isExpanded(index))
+                continue;
+            if (const auto feature = featureAt(index))
+                m_expanded.insert(feature->getName());
+            pending.push_back(index);
+        }
+    }
+}
+
+// Now, and once more when the view has applied the rows' own expansion hooks (which it does after
+// the events of a change).
+void BrowserWindow::restoreExpansion()
+{
+    applyExpansion();
+    QTimer::singleShot(0, this, [this] { applyExpansion(); });
+}
+
+void BrowserWindow::applyExpansion()
+{
+    QAbstractItemModel* model = m_view->model();
+    if (!model)
+        return;
+    if (m_searching) {
+        // A search shows every match with its categories.
+        m_view->expandAll();
+        return;
+    }
+    if (!m_expansionKnown) {
+        m_expanded.clear();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (const auto feature = featureAt(model->index(row, 0)))
+                m_expanded.insert(feature->getName());
+        }
+        m_expansionKnown = true;
+    }
+    std::vector<QModelIndex> pending{QModelIndex()};
+    while (!pending.empty()) {
+        const QModelIndex parent = pending.back();
+        pending.pop_back();
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            if (model->rowCount(index) == 0)
+                continue;
+            const auto feature = featureAt(index);
+            const bool expand = feature && m_expanded.count(feature->getName());
+            m_view->setExpanded(index, expand);
+            if (expand)
+                pending.push_back(index);
+        }
+    }
+    // The selected feature stays in sight.
+    if (m_view->selectionModel())
+        for (QModelIndex above = m_view->currentIndex().parent(); above.isValid(); above = above.parent())
+            m_view->expand(above);
 }
 
 // A fresh delegate per model: it remembers open editors by row, and the grid belongs to the styled look.
@@ -406,6 +572,16 @@ QString BrowserWindow::lastErrorText() const
 
 void BrowserWindow::updateDeviceState()
 {
+    showDeviceState();
+    const QString state = m_stateLabel->fullText();
+    if (state != m_lastState) {
+        m_lastState = state;
+        log(state);
+    }
+}
+
+void BrowserWindow::showDeviceState()
+{
     if (!m_source) {
         m_stateLabel->setFullText(QStringLiteral("Nothing open"));
         return;
@@ -421,8 +597,64 @@ void BrowserWindow::updateDeviceState()
                                         .arg(m_source->description()));
 }
 
+bool BrowserWindow::undoLastChange()
+{
+    if (!m_source)
+        return false;
+    std::vector<FeatureFailure> failures;
+    std::string what;
+    if (!m_source->undo(&failures, &what)) {
+        statusBar()->showMessage(QStringLiteral("Nothing to undo"), 3000);
+        return false;
+    }
+    log(QStringLiteral("Undo %1").arg(QString::fromLatin1(what.c_str())));
+    for (const FeatureFailure& failure : failures)
+        reportError(QString::fromLatin1(failure.text().c_str()));
+    return failures.empty();
+}
+
+RegisterDialog* BrowserWindow::openRegisters()
+{
+    if (!m_registersAction->isEnabled() || !m_source)
+        return nullptr;
+    if (!m_registers) {
+        m_registers = new RegisterDialog(*m_source, this);
+        m_registers->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    // Not modal: the tree stays in use beside it, and nothing waits for it.
+    m_registers->show();
+    m_registers->raise();
+    return m_registers;
+}
+
+RegisterDialog* BrowserWindow::registers() const
+{
+    return m_registers.data();
+}
+
+// Registers are for experts: from the Guru level on, and only where there is a device.
+void BrowserWindow::updateRegistersAction()
+{
+    const bool expert = visibility() >= core::models::pevGuru;
+    m_registersAction->setEnabled(expert && m_source && m_source->hasRegisters());
+    if (!m_registersAction->isEnabled() && m_registers)
+        m_registers->close();
+}
+
+void BrowserWindow::log(const QString& text)
+{
+    m_log->appendPlainText(
+        QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), text));
+}
+
+QStringList BrowserWindow::logLines() const
+{
+    return m_log->toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
 void BrowserWindow::reportError(const QString& message)
 {
+    log(message);
     m_errorLabel->setFullText(
         QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), message));
 }
@@ -484,7 +716,9 @@ bool BrowserWindow::saveValues(const QString& path, QString* error)
         *error = QStringLiteral("nothing is open");
         return false;
     }
-    return FeatureValueStore::save(*m_source, path, error);
+    const bool saved = FeatureValueStore::save(*m_source, path, error);
+    log(saved ? QStringLiteral("Saved the feature values to %1").arg(path) : *error);
+    return saved;
 }
 
 std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QString* error)
@@ -493,7 +727,14 @@ std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QStri
         *error = QStringLiteral("nothing is open");
         return {};
     }
-    return FeatureValueStore::load(*m_source, path, error);
+    auto failures = FeatureValueStore::load(*m_source, path, error);
+    if (!error->isEmpty())
+        log(*error);
+    else if (failures.empty())
+        log(QStringLiteral("Set every value from %1").arg(path));
+    else
+        log(QStringLiteral("Loaded %1: %2 value(s) not set").arg(path).arg(failures.size()));
+    return failures;
 }
 
 void BrowserWindow::saveValuesAs()

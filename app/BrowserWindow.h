@@ -7,8 +7,10 @@
 #include <vorn/host/MvParametersEntryNode.h>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,8 @@ class QAbstractItemDelegate;
 class QComboBox;
 class QLineEdit;
 class QSplitter;
+class QPlainTextEdit;
+class QAction;
 class QTimer;
 
 namespace vorn {
@@ -28,6 +32,7 @@ class ElidedLabel;
 class FeatureDetailsPane;
 class FeatureModelStack;
 class ParameterSource;
+class RegisterDialog;
 
 // The parameter browser's window: the tree of one parameter source in the framework's tree view,
 // behind the chosen model, the library's filter model and a search filter, with the library's item
@@ -44,6 +49,12 @@ class BrowserWindow : public QMainWindow
 public:
     explicit BrowserWindow(QWidget* parent = nullptr);
     ~BrowserWindow() override;
+
+    // Keys on the tree: Enter and F2 edit the selected value, Space runs a selected command.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    // The log keeps this many lines, the newest.
+    static constexpr int kLogLines = 1000;
 
     // The size of a window that nothing remembers yet.
     static QSize defaultSize() { return QSize(920, 720); }
@@ -77,6 +88,16 @@ public:
     FeatureDetailsPane* details() const { return m_details; }
     QString deviceStateText() const;
     QString lastErrorText() const;
+    // Edit > Undo: writes back the value before the last change; false when there was none or the
+    // tree refused it (the refusal is logged).
+    bool undoLastChange();
+
+    // The register dialog (from the Guru level on, for GenICam devices); the open one, or nullptr.
+    RegisterDialog* openRegisters();
+    RegisterDialog* registers() const;
+
+    // The log's lines, oldest first: "HH:mm:ss text".
+    QStringList logLines() const;
 
 public slots:
     void openDescription();
@@ -95,11 +116,21 @@ private:
     void buildToolBar();
     void buildStatusBar();
     void rebuildModels();
+    // Expands the categories a person had expanded (kept by name across model changes, searches and
+    // visibility changes); on a source's first showing, its top-level categories.
+    void restoreExpansion();
+    void applyExpansion();
+    // Notes which categories are expanded now (not while a search shows everything expanded).
+    void rememberExpansion();
     void installDelegate();
     void fitFeatureColumn();
     void showCurrentFeature();
     void updateDeviceState();
+    void showDeviceState();
+    void updateRegistersAction();
     void reportError(const QString& message);
+    // A time-stamped line in the log dock: device events, refusals, loads and saves.
+    void log(const QString& text);
     bool openSource(std::unique_ptr<ParameterSource> source, const QString& error);
     boost::shared_ptr<core::models::MvParametersEntryNode> currentFeature() const;
 
@@ -107,6 +138,9 @@ private:
     std::unique_ptr<ParameterSource> m_source;
     std::unique_ptr<FeatureModelStack> m_models;
     boost::shared_ptr<QAbstractItemDelegate> m_delegate;
+    std::set<std::string> m_expanded; // categories expanded by name
+    bool m_expansionKnown = false;    // false until the source's first showing
+    bool m_searching = false;         // the models filter by a search text
 
     core::Qt4GenericTreeView* m_view = nullptr;
     FeatureDetailsPane* m_details = nullptr;
@@ -118,6 +152,10 @@ private:
     ElidedLabel* m_stateLabel = nullptr;
     ElidedLabel* m_errorLabel = nullptr;
     QTimer* m_stateTimer = nullptr;
+    QPlainTextEdit* m_log = nullptr;
+    QAction* m_registersAction = nullptr;
+    QPointer<RegisterDialog> m_registers; // reads through the source: closed before it changes
+    QString m_lastState;                  // the device state last logged
 };
 
 } // namespace browser

@@ -1,8 +1,5 @@
 #include "FeatureFacts.h"
 
-#include <vorn/host/MvParametersEnumEntryNode.h>
-#include <vorn/host/MvParametersEnumerationNode.h>
-
 #include <QStringList>
 
 namespace vorn {
@@ -82,24 +79,14 @@ QString FeatureFacts::representation() const
 
 QString FeatureFacts::entries() const
 {
-    const auto* enumeration = dynamic_cast<const MvParametersEnumerationNode*>(&m_node);
-    if (!enumeration)
-        return QString();
     QStringList lines;
-    auto entries = enumeration->getEnumEntryNodes();
-    while (entries->hasNext()) {
-        const auto entry = entries->next();
-        QString line = QStringLiteral("%1 = %2").arg(latin1(entry->getDisplayName())).arg(entry->getValue());
-        switch (entry->getAccessMode()) {
-        case peamNotImplemented:
+    for (const ParameterChoice& choice : m_kind.limits(m_node).choices) {
+        const std::string& name = choice.displayName.empty() ? choice.symbolic : choice.displayName;
+        QString line = QStringLiteral("%1 = %2").arg(latin1(name)).arg(choice.value);
+        if (choice.access == peamNotImplemented)
             line += QStringLiteral(", not implemented");
-            break;
-        case peamNotAvailable:
+        else if (choice.access == peamNotAvailable)
             line += QStringLiteral(", not available now");
-            break;
-        default:
-            break;
-        }
         lines << line;
     }
     return lines.join(QLatin1Char('\n'));

@@ -152,9 +152,6 @@ template <class Value> Value wrappingSum(Value a, Value b)
 
 template <class Value, class Self> struct SpinBox64<Value, Self>::D
 {
-    explicit D(Self* owner) : owner(owner) {}
-
-    Self* owner;
     Value value = 0;
     Value minimum = 0;
     Value maximum = 99;
@@ -167,7 +164,8 @@ template <class Value, class Self> struct SpinBox64<Value, Self>::D
 
 template <class Value, class Self>
 SpinBox64<Value, Self>::SpinBox64(QWidget* parent)
-    : QAbstractSpinBox(parent), d(new D(static_cast<Self*>(this)))
+    // Nothing here may treat this as a Self yet: the named class is not constructed until this returns.
+    : QAbstractSpinBox(parent), d(new D)
 {
     updateText();
 }

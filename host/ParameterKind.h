@@ -57,9 +57,11 @@ struct ParameterChoice
     long long value = 0;
     std::string symbolic;
     ParameterEntryAccessMode access = peamReadOnly; // not implemented (1) and not available (2) refuse
+    std::string displayName;                        // as a person reads it; the symbolic name if empty
     bool operator==(const ParameterChoice& other) const
     {
-        return value == other.value && symbolic == other.symbolic && access == other.access;
+        return value == other.value && symbolic == other.symbolic && access == other.access &&
+               displayName == other.displayName;
     }
 };
 

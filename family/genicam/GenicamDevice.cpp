@@ -62,20 +62,6 @@ std::string latin1(const char* s)
     return out;
 }
 
-// Aravis prefixes messages with the names of the nodes it went through ("[Width] [WidthReg] ...");
-// the feature is named by our own message already.
-std::string reasonOf(const GError* error)
-{
-    std::string message = error && error->message ? error->message : "unknown error";
-    while (!message.empty() && message[0] == '[') {
-        const auto end = message.find("] ");
-        if (end == std::string::npos)
-            break;
-        message.erase(0, end + 2);
-    }
-    return message;
-}
-
 ParameterEntryVisibility visibilityOf(ArvGcVisibility visibility)
 {
     switch (visibility) {
@@ -302,9 +288,7 @@ void GenicamDevice::startAtAllowedValues()
     arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_DISABLE);
     for (std::size_t i = 0; i < m_layout.features.size(); ++i) {
         const FeatureLayout& f = m_layout.features[i];
-        const ParameterKindId id = f.kind;
-        if (!f.problem.empty() || !(id == ParameterKindId::Integer || id == ParameterKindId::UInt64 ||
-                                    id == ParameterKindId::Float || id == ParameterKindId::Enumeration))
+        if (!f.problem.empty() || !f.parameterKind().holdsValue())
             continue;
         const ParameterState state = read(static_cast<int>(i));
         // A value off the increment's grid is the description's own (a Value it gives), not zeros.
@@ -312,16 +296,14 @@ void GenicamDevice::startAtAllowedValues()
         bounds.increment = ParameterValue();
         if (!state.valid || f.parameterKind().refusal(toAny(state.value), bounds).empty())
             continue;
-        ParameterValue start;
-        if (id == ParameterKindId::Enumeration) {
-            for (const ParameterChoice& choice : state.limits.choices) {
-                if (choice.access != peamNotImplemented && choice.access != peamNotAvailable) {
-                    start = choice.value;
-                    break;
-                }
+        // A choice of entries starts at the first available one; a range at its least value; other
+        // kinds (strings, booleans) allow whatever they hold.
+        ParameterValue start = state.limits.minimum;
+        for (const ParameterChoice& choice : state.limits.choices) {
+            if (choice.access != peamNotImplemented && choice.access != peamNotAvailable) {
+                start = choice.value;
+                break;
             }
-        } else {
-            start = state.limits.minimum;
         }
         if (std::holds_alternative<std::monostate>(start))
             continue;
@@ -337,9 +319,11 @@ void GenicamDevice::startAtAllowedValues()
         if (found == m_featureByName.end() || value->empty())
             continue;
         const FeatureLayout& f = m_layout.features[found->second];
-        if (f.kind != ParameterKindId::String || !f.problem.empty())
+        if (!f.problem.empty())
             continue;
         const ParameterState state = read(found->second);
+        if (!std::holds_alternative<std::string>(state.value))
+            continue;
         std::string text = *value;
         if (state.limits.maxLength && *state.limits.maxLength >= 0 &&
             text.size() > static_cast<std::size_t>(*state.limits.maxLength))
@@ -554,8 +538,8 @@ ParameterState GenicamDevice::read(int index)
     if (!state.problem.empty() || m_errors.lost())
         return state;
     b.io->read(f, b.nodes, state, m_errors);
-    if (m_offline && state.valid && state.access == peamReadOnly && f.kind == ParameterKindId::String &&
-        std::get_if<std::string>(&state.value) && std::get_if<std::string>(&state.value)->empty()) {
+    if (m_offline && state.valid && state.access == peamReadOnly && std::get_if<std::string>(&state.value) &&
+        std::get_if<std::string>(&state.value)->empty()) {
         // What a camera reports of itself (its serial number, its firmware) no file holds.
         state.valid = false;
         state.problem = kOnlyTheCameraTells;
@@ -917,12 +901,24 @@ const std::vector<int>& GenicamDevice::affectedBy(int feature)
     // features stays empty, and everything is read again.
     if (described < 0)
         return features;
-    const std::vector<bool> nodes = m_description.affectedBy(described);
-    for (std::size_t i = 0; i < m_bindings.size(); ++i) {
-        const int node = m_bindings[i].described;
-        if (node < 0 || nodes[static_cast<std::size_t>(node)])
-            features.push_back(static_cast<int>(i));
+    if (m_featureOfNode.empty()) {
+        // Once: which feature shows each node, and the features no node describes (read always).
+        for (std::size_t i = 0; i < m_bindings.size(); ++i) {
+            const int node = m_bindings[i].described;
+            if (node < 0) {
+                m_undescribed.push_back(static_cast<int>(i));
+                continue;
+            }
+            if (static_cast<std::size_t>(node) >= m_featureOfNode.size())
+                m_featureOfNode.resize(static_cast<std::size_t>(node) + 1, -1);
+            m_featureOfNode[static_cast<std::size_t>(node)] = static_cast<int>(i);
+        }
     }
+    for (int node : m_description.affectedBy(described))
+        if (static_cast<std::size_t>(node) < m_featureOfNode.size() &&
+            m_featureOfNode[static_cast<std::size_t>(node)] >= 0)
+            features.push_back(m_featureOfNode[static_cast<std::size_t>(node)]);
+    features.insert(features.end(), m_undescribed.begin(), m_undescribed.end());
     return features;
 }
 

@@ -9,7 +9,7 @@ ParameterLimits FeatureLayout::choices() const
 {
     ParameterLimits limits;
     for (const EnumEntryLayout& entry : entries)
-        limits.choices.push_back(ParameterChoice{entry.value, entry.name, peamReadOnly});
+        limits.choices.push_back(ParameterChoice{entry.value, entry.name, peamReadOnly, entry.displayName});
     return limits;
 }
 

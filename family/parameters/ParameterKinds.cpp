@@ -575,8 +575,8 @@ public:
         ParameterLimits limits;
         for (auto entries = as(node).getEnumEntryNodes(); entries->hasNext();) {
             const auto entry = entries->next();
-            limits.choices.push_back(
-                ParameterChoice{entry->getValue(), entry->getSymbolic(), entry->getAccessMode()});
+            limits.choices.push_back(ParameterChoice{entry->getValue(), entry->getSymbolic(),
+                                                     entry->getAccessMode(), entry->getDisplayName()});
         }
         return limits;
     }

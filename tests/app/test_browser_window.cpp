@@ -10,6 +10,7 @@
 #include "FeatureModelStack.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include "support/ModelDump.h"
 #include "support/Review.h"
@@ -23,12 +24,15 @@
 #include <vorn/models/Qt4StyledBooleanParametersModel.h>
 #include <vorn/models/Qt4StyledParametersModel.h>
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -80,6 +84,10 @@ protected:
     }
     void TearDown() override
     {
+        // The search box fades its clear button in and out; an animation still running when the
+        // window goes is never freed (Qt's own), so the tests that type there let it end first.
+        if (searchUsed)
+            QTest::qWait(400);
         window.reset();
         QStandardPaths::setTestModeEnabled(false);
     }
@@ -107,6 +115,7 @@ protected:
     }
 
     std::unique_ptr<BrowserWindow> window;
+    bool searchUsed = false;
 };
 
 TEST_F(BrowserWindowTest, firstRunShowsTheStyledModelAtTheBeginnerLevelWithTheLibrarysDelegate)
@@ -193,6 +202,7 @@ TEST_F(BrowserWindowTest, theIntegerViewModeGoesToTheHostSettingAndTheViewFollow
 TEST_F(BrowserWindowTest, theSearchBoxKeepsMatchesWithTheirCategories)
 {
     auto* search = child<QLineEdit>("searchBox");
+    searchUsed = true;
     QTest::keyClicks(search, QStringLiteral("width"));
     settle();
     EXPECT_EQ(vorn::test::dumpRows(shown()),
@@ -225,6 +235,93 @@ TEST_F(BrowserWindowTest, theSearchBoxKeepsMatchesWithTheirCategories)
     search->clear();
     settle();
     EXPECT_TRUE(namesShown(shown()).contains(QStringLiteral("Width")));
+}
+
+TEST_F(BrowserWindowTest, expansionAndSelectionAreKeptAcrossSearchModelAndVisibility)
+{
+    auto expanded = [this](const char* name) {
+        const QModelIndex row = findRow(shown(), QLatin1String(name));
+        EXPECT_TRUE(row.isValid()) << name;
+        return window->view()->isExpanded(row);
+    };
+    // A first showing has its top-level categories open.
+    EXPECT_TRUE(expanded("Device Control"));
+    EXPECT_TRUE(expanded("Image Format Control"));
+    EXPECT_TRUE(expanded("Acquisition Control"));
+    // A person closes one and picks a feature.
+    window->view()->collapse(findRow(shown(), QStringLiteral("Device Control")));
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Height")));
+    auto check = [&](const char* after) {
+        EXPECT_FALSE(expanded("Device Control")) << after;
+        EXPECT_TRUE(expanded("Image Format Control")) << after;
+        EXPECT_TRUE(expanded("Acquisition Control")) << after;
+        EXPECT_EQ(window->details()->shownText(QStringLiteral("Name")), QStringLiteral("Height")) << after;
+    };
+    auto* search = child<QLineEdit>("searchBox");
+    searchUsed = true;
+    search->setText(QStringLiteral("height"));
+    settle();
+    EXPECT_TRUE(expanded("Image Format Control")) << "a search shows its matches";
+    search->clear();
+    settle();
+    check("a search cleared");
+    choose("modelBox", QStringLiteral("Plain"));
+    check("a model switch");
+    choose("visibilityBox", QStringLiteral("Guru"));
+    check("a visibility change");
+    choose("modelBox", QStringLiteral("Styled"));
+    check("a switch back");
+}
+
+TEST_F(BrowserWindowTest, theKeyboardEditsValuesAndRunsCommands)
+{
+    auto* view = window->view();
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Width")));
+    view->setFocus();
+    // An editor is open while the focus is in a widget on the view's viewport.
+    auto editing = [view] {
+        QWidget* focus = QApplication::focusWidget();
+        return focus && view->viewport()->isAncestorOf(focus);
+    };
+    // F2 opens the editor; Escape leaves the value as it was.
+    QTest::keyClick(view, Qt::Key_F2);
+    ASSERT_TRUE(editing());
+    QWidget* editor = QApplication::focusWidget();
+    QTest::keyClick(editor, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(editing());
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    // Enter opens it too, and Enter commits what was typed.
+    QTest::keyClick(view, Qt::Key_Return);
+    ASSERT_TRUE(editing());
+    editor = QApplication::focusWidget();
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, QStringLiteral("1024"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1024 px"));
+
+    // Space runs a selected command, as its button would.
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("AcquisitionStart")));
+    settle();
+    const QModelIndex row = view->currentIndex();
+    QWidget* cell = view->indexWidget(row.sibling(row.row(), 1));
+    ASSERT_TRUE(cell);
+    auto* button = cell->findChild<QAbstractButton*>();
+    ASSERT_TRUE(button);
+    QSignalSpy clicked(button, &QAbstractButton::clicked);
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_Space);
+    EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(BrowserWindowTest, eachModelSaysWhatItIsFor)
+{
+    auto* box = child<QComboBox>("modelBox");
+    for (int i = 0; i < box->count(); ++i)
+        EXPECT_FALSE(box->itemData(i, Qt::ToolTipRole).toString().isEmpty())
+            << box->itemText(i).toStdString();
+    EXPECT_TRUE(box->itemData(2, Qt::ToolTipRole).toString().contains(QStringLiteral("check boxes")));
 }
 
 TEST_F(BrowserWindowTest, aValueEditedInPlaceReachesTheTreeAndShows)
@@ -313,6 +410,122 @@ TEST_F(BrowserWindowTest, theStatusBarShowsTheLastErrorTheTreeReported)
         << window->lastErrorText().toStdString();
     EXPECT_EQ(child<QWidget>("lastErrorLabel")->toolTip(), window->lastErrorText());
     vorn::test::saveForReview(window->grab().toImage(), QStringLiteral("browser-error"));
+}
+
+TEST_F(BrowserWindowTest, theLogKeepsWhatHappenedWhen)
+{
+    FeatureWriter(*window->source()).apply({FeatureAssignment{"Width", -1, "5000", 0}});
+    settle();
+    QTemporaryDir dir;
+    QString error;
+    ASSERT_TRUE(window->saveValues(dir.filePath(QStringLiteral("v.txt")), &error));
+    QStringList lines = window->logLines();
+    // Each line starts with its time.
+    for (QString& line : lines) {
+        EXPECT_EQ(line.mid(2, 1), QStringLiteral(":")) << line.toStdString();
+        line = line.mid(10);
+    }
+    EXPECT_EQ(
+        lines,
+        QStringList(
+            {QStringLiteral("Connected: example device"),
+             QStringLiteral("Cannot set Width to 5000: 5000 is above the maximum 4096"),
+             QStringLiteral("Saved the feature values to %1").arg(dir.filePath(QStringLiteral("v.txt")))}));
+}
+
+TEST_F(BrowserWindowTest, theRegisterDialogReadsAndWritesTheSimulatedCamera)
+{
+    // Only for experts, and only where there is a device.
+    EXPECT_FALSE(window->openRegisters());
+    choose("visibilityBox", QStringLiteral("Guru"));
+    EXPECT_FALSE(window->openRegisters()) << "the example device has no registers";
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    window->setSource(std::move(camera));
+    settle();
+    RegisterDialog* dialog = window->openRegisters();
+    ASSERT_TRUE(dialog);
+    auto* address = dialog->findChild<QLineEdit*>(QStringLiteral("address"));
+    auto* value = dialog->findChild<QLineEdit*>(QStringLiteral("value"));
+    ASSERT_TRUE(address && value);
+    auto answered = [dialog] {
+        return QTest::qWaitFor([dialog] { return !dialog->status().endsWith(QStringLiteral("...")); }, 5000);
+    };
+    // Width lives at 0x100: what the register holds is what the tree shows.
+    address->setText(QStringLiteral("0x100"));
+    dialog->read();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Read 0x100"));
+    EXPECT_EQ(dialog->valueText(), QStringLiteral("0x00000200"));
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("512"));
+    // A write reaches the register, and the tree reads it again.
+    value->setText(QStringLiteral("256"));
+    dialog->write();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Wrote 0x100"));
+    ASSERT_TRUE(window->source()->waitIdle());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("256"));
+    // What is not an address or a 32-bit value is said at once.
+    address->setText(QStringLiteral("somewhere"));
+    dialog->read();
+    EXPECT_EQ(dialog->status(),
+              QStringLiteral("\"somewhere\" is not an address (write it in decimal or as 0x...)"));
+    // Back below Guru, the dialog goes.
+    choose("visibilityBox", QStringLiteral("Beginner"));
+    settle();
+    EXPECT_FALSE(window->registers());
+}
+
+TEST_F(BrowserWindowTest, undoWritesBackThePreviousValuesOneChangeAtATime)
+{
+    EXPECT_FALSE(window->undoLastChange()) << "nothing changed yet";
+    ASSERT_TRUE(
+        FeatureWriter(*window->source())
+            .apply({FeatureAssignment{"Width", -1, "1024", 0}, FeatureAssignment{"Width", -1, "640", 0},
+                    FeatureAssignment{"PixelFormat", -1, "RGB8", 0}})
+            .empty());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("640 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Pixel Format"), QStringLiteral("Mono8"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1024 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    EXPECT_FALSE(window->undoLastChange()) << "an undo is no change of its own";
+    const QStringList lines = window->logLines();
+    ASSERT_GE(lines.size(), 3);
+    EXPECT_TRUE(lines.last().endsWith(QStringLiteral("Undo Width: 1024 back to 1280")))
+        << lines.last().toStdString();
+}
+
+TEST_F(BrowserWindowTest, aNewWindowShowsASecondDeviceBesideTheFirst)
+{
+    auto* action = window->findChild<QAction*>(QStringLiteral("newWindowAction"));
+    ASSERT_TRUE(action);
+    action->trigger();
+    BrowserWindow* second = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* candidate = qobject_cast<BrowserWindow*>(widget); candidate && candidate != window.get())
+            second = candidate;
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Nothing open"));
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    second->setSource(std::move(camera));
+    settle();
+    // Each window its own device, side by side.
+    EXPECT_EQ(second->windowTitle(), QStringLiteral("simulated camera - Parameter Browser"));
+    EXPECT_EQ(window->deviceStateText(), QStringLiteral("Connected: example device"));
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Connected: simulated camera"));
+    second->close();
+    settle();
 }
 
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)

@@ -40,10 +40,8 @@ std::string joined(const std::vector<std::string>& lines)
 
 TEST(DeviceVanishes, duringWritesEachWriteHasOneOutcomeAndTheTreeFollowsTheCameraBack)
 {
-    if (!cameraToolsInstalled())
-        GTEST_SKIP() << missingCameraTools();
-    LoopbackPortLock lock;
-    ASSERT_TRUE(lock.acquire(120000)) << "another test run kept the loopback camera port for 120 s";
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
     FakeGvCamera camera(QStringLiteral("VF%1").arg(::getpid()));
     ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
     std::string error;

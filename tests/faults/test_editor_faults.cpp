@@ -120,10 +120,8 @@ TEST(EditorFaultsGenicam, theTreeIsClosedWhileAnEditorIsOpen)
 
 TEST(EditorFaultsGenicam, theCameraVanishesWhileAnEditorIsOpen)
 {
-    if (!cameraToolsInstalled())
-        GTEST_SKIP() << missingCameraTools();
-    LoopbackPortLock lock;
-    ASSERT_TRUE(lock.acquire(120000)) << "another test run kept the loopback camera port for 120 s";
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
     FakeGvCamera camera(QStringLiteral("VE%1").arg(::getpid()));
     ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
     std::string error;

@@ -2,9 +2,13 @@
 
 // Aravis's simulated GigE Vision camera as a separate process on the loopback interface, for the
 // tests that need a live device: started, frozen, resumed and stopped by its process id, opened
-// through the GenICam backend, and read back with Aravis's command line tool.
+// through the GenICam backend, and read back with Aravis's command line tool. Each test program that
+// serves one runs in a network of its own (vorn_test(... PRIVATE_NETWORK)), where its camera is the
+// only one on the loopback.
 
 #include <vorn/host/GenicamParameterTree.h>
+
+#include "support/PrivateNetwork.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -15,11 +19,9 @@
 #include <QThread>
 
 #include <csignal>
-#include <fcntl.h>
 #include <map>
 #include <memory>
 #include <string>
-#include <sys/file.h>
 #include <unistd.h>
 
 namespace vorn {
@@ -31,48 +33,17 @@ const char* const kCameraAddress = "127.0.0.1";
 // The camera never outlives this, even if the test process dies without cleaning up.
 const int kCameraLifetimeSeconds = 120;
 
-// Whether the tools are installed; tests skip with this text otherwise.
-inline bool cameraToolsInstalled()
+// Empty when this program can serve a camera: the tools are installed and the program runs in a
+// network of its own. Otherwise why not, for the test to skip with.
+inline std::string whyNoCamera()
 {
-    return !QStandardPaths::findExecutable(QString::fromLatin1(kCameraTool)).isEmpty() &&
-           !QStandardPaths::findExecutable(QString::fromLatin1(kControlTool)).isEmpty() &&
-           !QStandardPaths::findExecutable(QStringLiteral("timeout")).isEmpty();
+    if (QStandardPaths::findExecutable(QString::fromLatin1(kCameraTool)).isEmpty() ||
+        QStandardPaths::findExecutable(QString::fromLatin1(kControlTool)).isEmpty() ||
+        QStandardPaths::findExecutable(QStringLiteral("timeout")).isEmpty())
+        return std::string(kCameraTool) + " or " + kControlTool +
+               " is not installed (Debian: aravis-tools, aravis-tools-cli)";
+    return whyNoPrivateNetwork();
 }
-
-inline std::string missingCameraTools()
-{
-    return std::string(kCameraTool) + " or " + kControlTool +
-           " is not installed (Debian: aravis-tools, aravis-tools-cli)";
-}
-
-// The camera listens on the loopback's GigE Vision port, which only one camera can hold: test runs
-// on the same machine take turns.
-class LoopbackPortLock
-{
-public:
-    bool acquire(int timeoutMs)
-    {
-        m_fd = ::open("/tmp/vorn-genicam-gv-loopback.lock", O_CREAT | O_RDWR, 0666);
-        if (m_fd < 0)
-            return false;
-        QElapsedTimer waited;
-        waited.start();
-        while (::flock(m_fd, LOCK_EX | LOCK_NB) != 0) {
-            if (waited.elapsed() > timeoutMs)
-                return false;
-            QTest::qWait(100);
-        }
-        return true;
-    }
-    ~LoopbackPortLock()
-    {
-        if (m_fd >= 0)
-            ::close(m_fd); // releases the lock
-    }
-
-private:
-    int m_fd = -1;
-};
 
 // One simulated GigE Vision camera process with its own serial number, stopped by its process id.
 class FakeGvCamera

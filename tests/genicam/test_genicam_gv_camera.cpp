@@ -34,11 +34,8 @@ bool everyNodeInvalid(const boost::shared_ptr<GenicamParameterTree>& tree)
 
 TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
 {
-    if (!cameraToolsInstalled())
-        GTEST_SKIP() << missingCameraTools();
-
-    LoopbackPortLock lock;
-    ASSERT_TRUE(lock.acquire(90000)) << "another test run kept the loopback camera port for 90 s";
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
     const QString serial = QStringLiteral("VT%1").arg(::getpid());
     FakeGvCamera camera(serial);
     ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;

@@ -1,4 +1,7 @@
-# Installs the build into a fresh prefix, then configures, builds and runs the host against it.
+# Installs the build into a fresh prefix, then configures, builds and runs the host against it. Each run
+# works in a folder of its own (two runs of the suite may share a build tree), removed when it passes.
+string(RANDOM LENGTH 8 run)
+set(WORK_DIR ${WORK_DIR}/${run})
 file(REMOVE_RECURSE ${WORK_DIR})
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix
                 RESULT_VARIABLE rc OUTPUT_QUIET)
@@ -26,3 +29,4 @@ if(NOT rc EQUAL 0 OR NOT out STREQUAL "640 px\n")
   message(FATAL_ERROR "the host printed '${out}' (exit ${rc}): ${err}")
 endif()
 message(STATUS "host built against the installed tree printed: ${out}")
+file(REMOVE_RECURSE ${WORK_DIR})
