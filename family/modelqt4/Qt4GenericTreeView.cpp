@@ -313,35 +313,38 @@ void Qt4GenericTreeView::endRowChanges()
     scheduleDecorations();
 }
 
-// Runs in the slot of the burst's first range, before Qt moves the persistent indexes for it. Walks
-// the rows in view (through expanded rows only: rows expanded below a collapsed one keep their
-// persistent indexes, and are few), drops each row's spanning and collapses each expanded row.
+// Runs in the slot of the burst's first range, before Qt moves the persistent indexes for it. Every
+// row that can be spanned or expanded has children in the framework model; each of them that the view
+// shows (below collapsed rows too, which QTreeView remembers) loses its spanning and is collapsed.
 void Qt4GenericTreeView::holdRowsForBurst()
 {
     QAbstractItemModel* m = model();
     Qt4AbstractModel* source = sourceModel();
-    if (!m || !source)
+    if (!m || !source || !source->rootNode())
         return;
     // Between the bursts of one change no layout runs, so the position is still the one to go back to.
     m_heldScroll = verticalScrollBar()->value();
     QVector<QModelIndex> expanded;
     QVector<QModelIndex> spanned;
-    QVector<QModelIndex> pending{QModelIndex()};
+    // In tree order (children pushed last to first, taken from the back), the order in which QTreeView
+    // finds rows fastest.
+    QVector<Qt4AbstractModelNode*> pending;
+    Qt4AbstractModelNode* root = source->rootNode().get();
+    for (int row = root->childCount() - 1; row >= 0; --row)
+        pending.append(root->childAt(row));
     while (!pending.isEmpty()) {
-        const QModelIndex parent = pending.takeLast();
-        const int rows = m->rowCount(parent);
-        for (int row = 0; row < rows; ++row) {
-            const QModelIndex index = m->index(row, 0, parent);
-            const Qt4AbstractModelNode* node = nodeAt(index);
-            if (!node || node->childCount() == 0) // leaves are neither spanned nor expanded here
-                continue;
-            if (isFirstColumnSpanned(row, parent))
-                spanned.append(index);
-            if (isExpanded(index)) {
-                expanded.append(index);
-                pending.append(index);
-            }
-        }
+        Qt4AbstractModelNode* node = pending.takeLast();
+        if (node->childCount() == 0) // leaves are neither spanned nor expanded here
+            continue;
+        const QModelIndex index = viewIndexOf(source->indexOfNode(node, 0));
+        if (!index.isValid()) // filtered out: so is everything below it
+            continue;
+        for (int row = node->childCount() - 1; row >= 0; --row)
+            pending.append(node->childAt(row));
+        if (isFirstColumnSpanned(index.row(), index.parent()))
+            spanned.append(index);
+        if (isExpanded(index))
+            expanded.append(index);
     }
     const bool uniform = uniformRowHeights(); // as in applySpanning
     setUniformRowHeights(true);
