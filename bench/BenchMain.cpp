@@ -535,9 +535,14 @@ double openToFirstPaint(const std::string& path)
 }
 
 // Runs a program to its end with its output thrown away; CPU time (user and system, ms) and peak
-// resident set (KiB) of the child.
+// resident set (KiB) of the program. It runs under GNU time, which reports the peak: a child forked
+// from this process would keep this process's resident set as its own peak through exec.
 std::pair<double, double> runChild(const std::vector<std::string>& args)
 {
+    QTemporaryDir dir;
+    const std::string report = dir.filePath(QStringLiteral("usage")).toStdString();
+    std::vector<std::string> all{"/usr/bin/time", "-f", "%M", "-o", report};
+    all.insert(all.end(), args.begin(), args.end());
     std::fflush(stdout); // or the child writes what this process has buffered
     std::fflush(stderr);
     const pid_t pid = fork();
@@ -545,20 +550,26 @@ std::pair<double, double> runChild(const std::vector<std::string>& args)
         if (std::freopen("/dev/null", "w", stdout) == nullptr)
             _exit(126);
         std::vector<char*> argv;
-        for (const auto& a : args)
+        for (const auto& a : all)
             argv.push_back(const_cast<char*>(a.c_str()));
         argv.push_back(nullptr);
         execv(argv[0], argv.data());
         _exit(127);
     }
     int status = 0;
-    rusage usage{};
+    rusage usage{}; // GNU time and the program it waited for
     wait4(pid, &status, 0, &usage);
+    double peak = NAN;
+    if (FILE* f = std::fopen(report.c_str(), "r")) {
+        if (std::fscanf(f, "%lf", &peak) != 1)
+            peak = NAN;
+        std::fclose(f);
+    }
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         return {NAN, NAN};
     const double cpu = (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1e3 +
                        (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e3;
-    return {cpu, static_cast<double>(usage.ru_maxrss)};
+    return {cpu, peak};
 }
 
 void measureDescriptions(const Options& options, const std::string& self)
