@@ -34,6 +34,11 @@ function(vorn_library target kind)
   endif()
   if(VORN_UNITY_LIBRARIES)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+    # Each source is then an included file, and GCC takes a class there that holds a type of the
+    # source's anonymous namespace for one a header would share between sources.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+    endif()
   endif()
   vorn_warnings(${target})
 endfunction()
