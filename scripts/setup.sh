@@ -6,11 +6,12 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 BUILD_DIR="${BUILD_DIR:-$ROOT/build}"
 
 # What the libraries and the browser need (run-browser.sh installs only these), then what the tests
-# add: GoogleTest, Aravis's simulated network camera and its command line tool.
+# add: GoogleTest, Aravis's simulated network camera and its command line tool, and Python for the
+# checks of what is installed.
 VORN_BROWSER_PACKAGES=(build-essential cmake pkg-config qtbase5-dev qtbase5-dev-tools libboost-dev
   libaravis-dev libusb-1.0-0-dev fonts-dejavu-core)
 VORN_PACKAGES=("${VORN_BROWSER_PACKAGES[@]}" googletest libgtest-dev aravis-tools aravis-tools-cli
-  xvfb xauth)
+  xvfb xauth python3)
 
 # vorn_install_packages PACKAGE...: installs those not installed yet. One dpkg query answers for all of
 # them; the package lists are updated only when something is missing.
