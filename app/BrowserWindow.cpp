@@ -9,6 +9,7 @@
 #include "FeatureSearchModel.h"
 #include "FeatureValueStore.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include <vorn/delegate/Qt4ParametersItemDelegate.h>
 #include <vorn/host/Qt4GenericModelNode.h>
@@ -110,6 +111,7 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
     buildActions();
     buildToolBar();
     buildStatusBar();
+    showDeviceState();
 
     m_stateTimer = new QTimer(this);
     m_stateTimer->setInterval(500);
@@ -143,6 +145,14 @@ void BrowserWindow::buildActions()
     file->addAction(QStringLiteral("&Connect to Device..."), this, &BrowserWindow::connectToDevice);
     file->addAction(QStringLiteral("Open &Simulated Camera"), this, &BrowserWindow::openSimulatedCamera);
     file->addAction(QStringLiteral("Open &Example Device"), this, &BrowserWindow::openExampleDevice);
+    // Another window beside this one, for a second device: each tree has a device thread of its own.
+    QAction* newWindow = file->addAction(QStringLiteral("&New Window"), this, [] {
+        auto* window = new BrowserWindow;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->show();
+    });
+    newWindow->setObjectName(QStringLiteral("newWindowAction"));
+    newWindow->setShortcut(QKeySequence::New);
     file->addSeparator();
     QAction* save =
         file->addAction(QStringLiteral("Sa&ve Feature Values..."), this, &BrowserWindow::saveValuesAs);
@@ -152,9 +162,20 @@ void BrowserWindow::buildActions()
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QAction* undo = edit->addAction(QStringLiteral("&Undo"), this, [this] { undoLastChange(); });
+    undo->setObjectName(QStringLiteral("undoAction"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setToolTip(QStringLiteral("Writes back the value before the last change"));
+
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     if (auto* dock = findChild<QDockWidget*>(QStringLiteral("logDock")))
         view->addAction(dock->toggleViewAction());
+    view->addSeparator();
+    m_registersAction = view->addAction(QStringLiteral("&Registers..."), this, [this] { openRegisters(); });
+    m_registersAction->setObjectName(QStringLiteral("registersAction"));
+    m_registersAction->setToolTip(
+        QStringLiteral("Reads and writes a register by address (from the Guru level on)"));
     view->addAction(QStringLiteral("&Expand All"), m_view, &QTreeView::expandAll);
     view->addAction(QStringLiteral("&Collapse All"), m_view, &QTreeView::collapseAll);
 }
@@ -227,6 +248,7 @@ void BrowserWindow::buildToolBar()
         const auto selected = currentFeature();
         rememberExpansion();
         m_models->setVisibility(visibilityAt(index));
+        updateRegistersAction();
         if (selected)
             selectFeature(QString::fromStdString(selected->getName()));
         restoreExpansion();
@@ -276,6 +298,8 @@ void BrowserWindow::buildStatusBar()
 
 void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
 {
+    // The register dialog reads through the old source: it goes first.
+    delete m_registers.data();
     // The models over the old tree go before the tree itself.
     m_view->setModel(nullptr);
     m_models.reset();
@@ -288,6 +312,7 @@ void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
                             : QStringLiteral("Parameter Browser"));
     rebuildModels();
     updateDeviceState();
+    updateRegistersAction();
 }
 
 // How a host shows a parameter tree: a root row over the tree's root node, the chosen model over it,
@@ -570,6 +595,50 @@ void BrowserWindow::showDeviceState()
                                   ? QStringLiteral("Connected: %1").arg(m_source->description())
                                   : QStringLiteral("No answer from %1: the values shown are out of date")
                                         .arg(m_source->description()));
+}
+
+bool BrowserWindow::undoLastChange()
+{
+    if (!m_source)
+        return false;
+    std::vector<FeatureFailure> failures;
+    std::string what;
+    if (!m_source->undo(&failures, &what)) {
+        statusBar()->showMessage(QStringLiteral("Nothing to undo"), 3000);
+        return false;
+    }
+    log(QStringLiteral("Undo %1").arg(QString::fromLatin1(what.c_str())));
+    for (const FeatureFailure& failure : failures)
+        reportError(QString::fromLatin1(failure.text().c_str()));
+    return failures.empty();
+}
+
+RegisterDialog* BrowserWindow::openRegisters()
+{
+    if (!m_registersAction->isEnabled() || !m_source)
+        return nullptr;
+    if (!m_registers) {
+        m_registers = new RegisterDialog(*m_source, this);
+        m_registers->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    // Not modal: the tree stays in use beside it, and nothing waits for it.
+    m_registers->show();
+    m_registers->raise();
+    return m_registers;
+}
+
+RegisterDialog* BrowserWindow::registers() const
+{
+    return m_registers.data();
+}
+
+// Registers are for experts: from the Guru level on, and only where there is a device.
+void BrowserWindow::updateRegistersAction()
+{
+    const bool expert = visibility() >= core::models::pevGuru;
+    m_registersAction->setEnabled(expert && m_source && m_source->hasRegisters());
+    if (!m_registersAction->isEnabled() && m_registers)
+        m_registers->close();
 }
 
 void BrowserWindow::log(const QString& text)

@@ -7,6 +7,7 @@
 #include <vorn/host/MvParametersEntryNode.h>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <memory>
 #include <set>
@@ -18,6 +19,7 @@ class QComboBox;
 class QLineEdit;
 class QSplitter;
 class QPlainTextEdit;
+class QAction;
 class QTimer;
 
 namespace vorn {
@@ -30,6 +32,7 @@ class ElidedLabel;
 class FeatureDetailsPane;
 class FeatureModelStack;
 class ParameterSource;
+class RegisterDialog;
 
 // The parameter browser's window: the tree of one parameter source in the framework's tree view,
 // behind the chosen model, the library's filter model and a search filter, with the library's item
@@ -85,6 +88,14 @@ public:
     FeatureDetailsPane* details() const { return m_details; }
     QString deviceStateText() const;
     QString lastErrorText() const;
+    // Edit > Undo: writes back the value before the last change; false when there was none or the
+    // tree refused it (the refusal is logged).
+    bool undoLastChange();
+
+    // The register dialog (from the Guru level on, for GenICam devices); the open one, or nullptr.
+    RegisterDialog* openRegisters();
+    RegisterDialog* registers() const;
+
     // The log's lines, oldest first: "HH:mm:ss text".
     QStringList logLines() const;
 
@@ -116,6 +127,7 @@ private:
     void showCurrentFeature();
     void updateDeviceState();
     void showDeviceState();
+    void updateRegistersAction();
     void reportError(const QString& message);
     // A time-stamped line in the log dock: device events, refusals, loads and saves.
     void log(const QString& text);
@@ -141,7 +153,9 @@ private:
     ElidedLabel* m_errorLabel = nullptr;
     QTimer* m_stateTimer = nullptr;
     QPlainTextEdit* m_log = nullptr;
-    QString m_lastState; // the device state last logged
+    QAction* m_registersAction = nullptr;
+    QPointer<RegisterDialog> m_registers; // reads through the source: closed before it changes
+    QString m_lastState;                  // the device state last logged
 };
 
 } // namespace browser

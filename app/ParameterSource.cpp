@@ -1,10 +1,13 @@
 #include "ParameterSource.h"
 
 #include "FeatureTreeWalk.h"
+#include "FeatureWriter.h"
 
 #include "example/ExampleTree.h"
 
 #include <QCoreApplication>
+
+#include <boost/make_shared.hpp>
 
 namespace vorn {
 namespace browser {
@@ -31,6 +34,7 @@ std::unique_ptr<ParameterSource> ParameterSource::openSimulated(QString* error)
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_device = tree;
     source->m_description = QStringLiteral("simulated camera");
+    source->keepHistory();
     return source;
 }
 
@@ -44,6 +48,7 @@ std::unique_ptr<ParameterSource> ParameterSource::openXmlFile(const QString& pat
     source->m_device = tree;
     source->m_description = path;
     source->m_offline = true;
+    source->keepHistory();
     return source;
 }
 
@@ -56,6 +61,7 @@ std::unique_ptr<ParameterSource> ParameterSource::openDevice(const QString& devi
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_device = tree;
     source->m_description = deviceId;
+    source->keepHistory();
     return source;
 }
 
@@ -64,10 +70,37 @@ std::unique_ptr<ParameterSource> ParameterSource::openExample()
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_example = example::buildExampleTree();
     source->m_description = QStringLiteral("example device");
+    source->keepHistory();
     return source;
 }
 
-ParameterSource::~ParameterSource() = default;
+ParameterSource::~ParameterSource()
+{
+    // The tree's root forgets the history before the history goes.
+    if (m_history && model())
+        model()->root()->setCallback(m_history->tree());
+}
+
+void ParameterSource::keepHistory()
+{
+    auto tree = model()->root()->getCallback().lock();
+    if (!tree)
+        return;
+    m_history = boost::make_shared<EditHistory>(tree);
+    model()->root()->setCallback(m_history);
+}
+
+bool ParameterSource::undo(std::vector<FeatureFailure>* failures, std::string* what)
+{
+    if (!m_history || m_history->empty())
+        return false;
+    const EditHistory::Change change = m_history->takeLatest();
+    *what = change.previous.key() + ": " + change.now + " back to " + change.previous.value;
+    m_history->pause(true);
+    *failures = FeatureWriter(*this).apply({change.previous});
+    m_history->pause(false);
+    return true;
+}
 
 boost::shared_ptr<core::models::MvParametersModel> ParameterSource::model() const
 {
@@ -82,6 +115,24 @@ QString ParameterSource::description() const
 std::vector<std::pair<std::string, std::vector<std::string>>> ParameterSource::selectors() const
 {
     return m_device ? m_device->selectors() : std::vector<std::pair<std::string, std::vector<std::string>>>();
+}
+
+void ParameterSource::readRegister(std::uint64_t address, RegisterAnswer done)
+{
+    if (!m_device) {
+        done(false, 0, "the example device has no registers");
+        return;
+    }
+    m_device->readRegister(address, std::move(done));
+}
+
+void ParameterSource::writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done)
+{
+    if (!m_device) {
+        done(false, 0, "the example device has no registers");
+        return;
+    }
+    m_device->writeRegister(address, value, std::move(done));
 }
 
 bool ParameterSource::isConnected() const

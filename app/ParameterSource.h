@@ -3,8 +3,13 @@
 #include <vorn/host/GenicamParameterTree.h>
 #include <vorn/host/InMemoryParameterTree.h>
 
+#include "EditHistory.h"
+#include "FeatureFailure.h"
+
 #include <QString>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,6 +38,19 @@ public:
     QString description() const;
     // False while a live device does not answer.
     bool isConnected() const;
+    // The values changed through the tree's callback (by the views, loads, --set), most recent last.
+    const EditHistory* history() const { return m_history.get(); }
+    // Writes back the value before the latest change (through the same checks as any write); false
+    // with nothing done when there is no change to take back. Failures as FeatureWriter reports them.
+    bool undo(std::vector<FeatureFailure>* failures, std::string* what);
+
+    // Whether registers can be read and written by address (a GenICam device, not the example).
+    bool hasRegisters() const { return m_device != nullptr; }
+    // A 32-bit register, answered on the GUI thread later (an error where there are no registers).
+    using RegisterAnswer = std::function<void(bool ok, std::uint32_t value, const std::string& error)>;
+    void readRegister(std::uint64_t address, RegisterAnswer done);
+    void writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done);
+
     // The selectors, each with the features whose values it selects, in tree order.
     std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
     // A description file opened without its camera: the values are the offline device's own.
@@ -50,11 +68,13 @@ public:
 
 private:
     ParameterSource() = default;
+    void keepHistory();
 
     boost::shared_ptr<core::models::GenicamParameterTree> m_device;
     boost::shared_ptr<core::models::InMemoryParameterTree> m_example;
     QString m_description;
     bool m_offline = false;
+    boost::shared_ptr<EditHistory> m_history; // between the tree's root and its callback
 };
 
 } // namespace browser

@@ -122,6 +122,11 @@ int run(BrowserOptions& options)
     }
     if (!options.assignments.empty() && !reportRefused(FeatureWriter(*source).apply(options.assignments)))
         return 1;
+    // Values of a device that stopped answering are out of date: neither saved nor printed as if
+    // they were the device's.
+    if ((!options.saveFile.isEmpty() || options.dump) && (!source->waitIdle() || !source->isConnected()))
+        return fail(QStringLiteral("%1: the device does not answer; nothing was saved or printed")
+                        .arg(source->description()));
     if (!options.saveFile.isEmpty()) {
         if (!FeatureValueStore::save(*source, options.saveFile, &error))
             return fail(error);

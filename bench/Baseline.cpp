@@ -13,7 +13,12 @@
 #include <QApplication>
 #include <QColor>
 #include <QIcon>
+#include <QPainter>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSet>
 #include <QSize>
+#include <QTimer>
 
 namespace vorn {
 namespace bench {
@@ -152,6 +157,7 @@ void fillRow(const Looks& looks, const boost::shared_ptr<GenericModelNode>& node
     case pntCommand:
         name->setIcon(looks.command);
         name->setFont(looks.plain);
+        name->setData(true, CommandRole);
         size = looks.commandRowSize;
         break;
     case pntEntry:
@@ -213,6 +219,70 @@ bool BaselineFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex& sou
     const int access = (key >> 8) & 0xff;
     const int visibility = key & 0xff;
     return type != petInternal && access != peamNotImplemented && visibility <= m_level;
+}
+
+BaselineTreeView::BaselineTreeView() = default;
+
+void BaselineTreeView::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    schedule();
+}
+
+void BaselineTreeView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    if (dy != 0)
+        schedule();
+}
+
+void BaselineTreeView::schedule()
+{
+    if (m_scheduled)
+        return;
+    m_scheduled = true;
+    QTimer::singleShot(0, this, [this] {
+        m_scheduled = false;
+        syncButtons();
+    });
+}
+
+void BaselineTreeView::syncButtons()
+{
+    if (!model())
+        return;
+    QSet<QModelIndex> wanted;
+    const int bottom = viewport()->height();
+    for (QModelIndex row = indexAt(QPoint(0, 0)); row.isValid(); row = indexBelow(row)) {
+        if (visualRect(row).top() > bottom)
+            break;
+        if (row.data(CommandRole).toBool())
+            wanted.insert(row.sibling(row.row(), 1));
+    }
+    QVector<QPersistentModelIndex> kept;
+    for (const QPersistentModelIndex& cell : qAsConst(m_cells)) {
+        if (cell.isValid() && wanted.remove(cell))
+            kept.append(cell);
+        else if (cell.isValid())
+            setIndexWidget(cell, nullptr);
+    }
+    for (const QModelIndex& cell : qAsConst(wanted)) {
+        auto* button = new QPushButton(QStringLiteral("Execute"));
+        button->setFixedSize(64, 16);
+        setIndexWidget(cell, button);
+        kept.append(cell);
+    }
+    m_cells = kept;
+}
+
+void BaselineGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const
+{
+    painter->save();
+    painter->setPen(QColor(192, 192, 192));
+    painter->drawRect(option.rect);
+    painter->restore();
+    QStyledItemDelegate::paint(painter, option, index);
 }
 
 } // namespace bench

@@ -1,9 +1,14 @@
-// The benchmarks: what our plain and styled models cost against what a host would pick instead (a
-// QStandardItemModel under a QSortFilterProxyModel and a QTreeView, holding the same tree), and how
-// that grows with the size of the tree. Every figure is measured for all sides in the same run,
-// alternating, and ratios are taken per round before the median. Prints one Markdown report.
+// The benchmarks: what our models, filter model, tree view and delegate cost against what a careful Qt
+// developer would write by hand for the same trees (a QStandardItemModel under a QSortFilterProxyModel
+// re-filtered with invalidate(), a QTreeView with command buttons as index widgets only on screen, a
+// QStyledItemDelegate), on trees shaped like real camera descriptions. Every figure is measured for
+// both sides in the same run, alternating side by side in each round, and the ratio is taken per round:
+// on a shared machine only ratios of one run mean anything.
+//
+// Writes a JSON file with every sample and a Markdown table for the README.
 
 #include "Baseline.h"
+#include "CameraShapedTree.h"
 #include "Measure.h"
 
 #include "example/ExampleTree.h"
@@ -18,9 +23,11 @@
 #include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #ifdef VORN_BENCH_GENICAM
+#include "AravisAlone.h"
 #include <vorn/host/GenicamParameterTree.h>
 #endif
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
@@ -28,10 +35,18 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QImage>
-#include <QPixmap>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QSysInfo>
 #include <QTemporaryDir>
-#include <QTreeView>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
@@ -41,6 +56,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using namespace vorn;
@@ -50,92 +66,26 @@ using namespace vorn::core::models;
 
 namespace {
 
-// The sides of a comparison. The baseline is measured collapsed too, to pair with the styled model,
-// which opens with only its top level shown.
-enum Kind { Plain, Styled, Base, BaseCollapsed };
-
-const char* kindName(Kind kind)
-{
-    switch (kind) {
-    case Plain:
-        return "plain";
-    case Styled:
-        return "styled";
-    case Base:
-        return "baseline";
-    default:
-        return "baseline, collapsed";
-    }
-}
-
-bool isOurs(Kind kind)
-{
-    return kind == Plain || kind == Styled;
-}
+// ---------------------------------------------------------------------------------------------------
+// Options
 
 struct Options
 {
-    std::vector<int> sizes{1000, 10000, 100000};
+    std::vector<int> sizes{300, 3000, 30000, 100000};
+    std::vector<HiddenRows> layouts{HiddenRows::Interleaved, HiddenRows::Clustered};
+    int samples = 5;
+    std::string figures = "level,scroll,edit,paint,open,dump";
+    std::string jsonPath = "bench-results.json";
+    std::string markdownPath;
+    std::string browser;    // the parameter browser, for the dump figure
+    int maxScrollPages = 0; // 0: the whole tree
     bool genicam = true;
-    double repsScale = 1.0;
-    example::VisibilityLayout layout = example::VisibilityLayout::Interleaved;
-    bool verbose = false;
-    std::string figures = "build,sweep,change,paint,open"; // which figures to measure
 
-    std::string sides = "plain,styled,baseline";
-    double levelBudgetMs = 30000; // per side and round of level changes
-
-    bool side(Kind kind) const
-    {
-        const char* name = kind == Plain ? "plain" : kind == Styled ? "styled" : "baseline";
-        return ("," + sides + ",").find(std::string(",") + name + ",") != std::string::npos;
-    }
     bool wants(const char* figure) const
     {
         return ("," + figures + ",").find(std::string(",") + figure + ",") != std::string::npos;
     }
 };
-
-// ---------------------------------------------------------------------------------------------------
-// Trees
-
-struct Tree
-{
-    std::string label;
-    bool generated = false;
-    int size = 0; // parameters asked for (generated trees)
-    boost::shared_ptr<InMemoryParameterTree> memory;
-#ifdef VORN_BENCH_GENICAM
-    boost::shared_ptr<GenicamParameterTree> camera;
-#endif
-    std::string path; // GenICam: the description file; empty for Aravis's simulated camera
-
-    boost::shared_ptr<MvParametersModel> model() const
-    {
-#ifdef VORN_BENCH_GENICAM
-        if (camera)
-            return camera->model();
-#endif
-        return memory->model();
-    }
-    boost::shared_ptr<MvParametersRootNode> root() const
-    {
-        return model()->root();
-    }
-};
-
-#ifdef VORN_BENCH_GENICAM
-boost::shared_ptr<GenicamParameterTree> openCamera(const std::string& path)
-{
-    std::string error;
-    auto tree = path.empty() ? GenicamParameterTree::openSimulated(&error)
-                             : GenicamParameterTree::openXmlFile(path, &error);
-    if (!tree)
-        std::fprintf(stderr, "cannot open %s: %s\n", path.empty() ? "the simulated camera" : path.c_str(),
-                     error.c_str());
-    return tree;
-}
-#endif
 
 std::string withThousands(long long n)
 {
@@ -150,105 +100,117 @@ std::string withThousands(long long n)
 }
 
 // ---------------------------------------------------------------------------------------------------
-// Models and views
+// Results
 
-struct Built
+// One figure: samples of ours and of the baseline, taken in the same rounds, and their per-round ratio.
+struct Figure
 {
-    boost::shared_ptr<Qt4GenericModel> ours;
-    std::unique_ptr<QStandardItemModel> base;
-    QAbstractItemModel* itemModel() const
-    {
-        return ours ? static_cast<QAbstractItemModel*>(ours.get()) : base.get();
-    }
+    Figure(std::string name, std::string tree, std::string ours, std::string versus, std::string unit = "ms")
+        : name(std::move(name)), tree(std::move(tree)), ours(std::move(ours)), versus(std::move(versus)),
+          unit(std::move(unit))
+    {}
+
+    std::string name;   // "level change", "scroll", ...
+    std::string tree;   // "3,000 interleaved", a description's file name
+    std::string ours;   // which of our sides: "plain", "styled"
+    std::string versus; // what the baseline is
+    std::string unit;
+    int rows = 0;
+    std::vector<double> oursSamples;
+    std::vector<double> baseSamples;
+    std::vector<double> ratios;
+
+    double ratioMedian() const { return median(ratios); }
+    double ratioMin() const { return ratios.empty() ? NAN : *std::min_element(ratios.begin(), ratios.end()); }
+    double ratioMax() const { return ratios.empty() ? NAN : *std::max_element(ratios.begin(), ratios.end()); }
 };
 
-// Root node, model and every row (through postInsert); for the baseline the model and every item.
-Built build(Kind kind, const Tree& tree)
+std::vector<Figure> g_figures;
+
+// Runs `rounds` rounds; each measures ours and the baseline once, in alternating order.
+Figure sideBySide(Figure figure, int rounds, const std::function<double()>& ours,
+                  const std::function<double()>& base)
 {
-    Built built;
-    if (kind == Plain) {
-        auto root = Qt4ParametersModelNode::create(tree.model(), tree.root(), boost::any());
-        built.ours = Qt4ParametersModel::create(root);
-    } else if (kind == Styled) {
-        auto root = Qt4StyledParametersModelNode::create(tree.model(), tree.root(), boost::any());
-        built.ours = Qt4StyledParametersModel::create(root);
-    } else {
-        built.base = buildBaselineModel(*tree.root());
+    for (int round = 0; round < rounds; ++round) {
+        double a = 0;
+        double b = 0;
+        if (round % 2 == 0) {
+            a = ours();
+            b = base();
+        } else {
+            b = base();
+            a = ours();
+        }
+        figure.oursSamples.push_back(a);
+        figure.baseSamples.push_back(b);
+        if (b > 0)
+            figure.ratios.push_back(a / b);
     }
-    return built;
+    std::fprintf(stderr, "  %-28s %-22s %-7s %9.3f %s vs %9.3f: %.2fx [%.2f-%.2f]\n", figure.name.c_str(),
+                 figure.tree.c_str(), figure.ours.c_str(), median(figure.oursSamples), figure.unit.c_str(),
+                 median(figure.baseSamples), figure.ratioMedian(), figure.ratioMin(), figure.ratioMax());
+    g_figures.push_back(figure);
+    return figure;
 }
 
-int countRows(const QAbstractItemModel* model, const QModelIndex& parent = QModelIndex())
-{
-    int rows = model->rowCount(parent);
-    int total = rows;
-    for (int row = 0; row < rows; ++row)
-        total += countRows(model, model->index(row, 0, parent));
-    return total;
-}
+// ---------------------------------------------------------------------------------------------------
+// The two sides
 
-enum class Expansion { AsModelAsks, All, None };
+enum class Look { Plain, Styled };
 
-// A tree view over a filter model over the built model, sized like a host's, shown and painted once.
-// Members go in reverse order: the view before the models and the delegate it uses.
-struct Rig
+// Our side: a model of the tree, the filter model, the generic tree view and the item delegate.
+struct OurRig
 {
+    boost::shared_ptr<Qt4GenericModel> model;
     boost::shared_ptr<Qt4ParametersFilterModel> filter;
-    std::unique_ptr<BaselineFilterModel> baseFilter;
     boost::shared_ptr<Qt4ParametersItemDelegate> delegate;
-    std::unique_ptr<QTreeView> view;
+    std::unique_ptr<Qt4GenericTreeView> view;
     std::unique_ptr<PaintCounter> paints;
 
     void changeVisibility(int level)
     {
-        if (filter)
-            filter->changeVisibility(static_cast<ParameterEntryVisibility>(level));
-        else
-            baseFilter->changeVisibility(level);
+        filter->changeVisibility(static_cast<ParameterEntryVisibility>(level));
     }
 };
 
-// A level change until the view has repainted. One function per side, so that a profiler can take
-// either alone (valgrind --tool=callgrind --toggle-collect='*ourLevelChange*').
-double levelChange(Rig& rig, int level)
+// The baseline: the same rows in a QStandardItemModel, a QSortFilterProxyModel, a QTreeView and a
+// QStyledItemDelegate.
+struct BaseRig
 {
-    const int seen = rig.paints->count();
-    CpuStopwatch clock;
-    rig.changeVisibility(level);
-    settleUntilPainted(*rig.paints, seen);
-    return clock.ms();
+    std::unique_ptr<QStandardItemModel> model;
+    std::unique_ptr<BaselineFilterModel> filter;
+    std::unique_ptr<QStyledItemDelegate> delegate;
+    std::unique_ptr<BaselineTreeView> view;
+    std::unique_ptr<PaintCounter> paints;
+
+    void changeVisibility(int level) { filter->changeVisibility(level); }
+};
+
+boost::shared_ptr<Qt4GenericModel> buildOurs(Look look, const MvParametersModel& tree,
+                                             const boost::shared_ptr<MvParametersModel>& model)
+{
+    if (look == Look::Plain)
+        return Qt4ParametersModel::create(Qt4ParametersModelNode::create(model, tree.root(), boost::any()));
+    return Qt4StyledParametersModel::create(
+        Qt4StyledParametersModelNode::create(model, tree.root(), boost::any()));
 }
 
-__attribute__((noipa)) double ourLevelChange(Rig& rig, int level)
+// Shows a view; `expandAll` opens every row, otherwise the view opens as the model asks (ours) or
+// collapsed (baseline).
+std::unique_ptr<OurRig> showOurs(Look look, const boost::shared_ptr<MvParametersModel>& tree, bool expandAll,
+                                 int level = -1)
 {
-    return levelChange(rig, level);
-}
-
-__attribute__((noipa)) double baselineLevelChange(Rig& rig, int level)
-{
-    return levelChange(rig, level);
-}
-
-std::unique_ptr<Rig> showView(Kind kind, const Built& built, Expansion expansion)
-{
-    auto rig = std::make_unique<Rig>();
-    if (isOurs(kind)) {
-        rig->filter = Qt4ParametersFilterModel::create(built.ours);
-        auto* view = new Qt4GenericTreeView();
-        rig->view.reset(view);
-        rig->delegate = Qt4ParametersItemDelegate::create();
-        rig->delegate->enableGrid(kind == Styled);
-        view->setItemDelegate(rig->delegate.get());
-        view->setModel(rig->filter.get()); // expands as the model asks
-    } else {
-        rig->baseFilter = std::make_unique<BaselineFilterModel>();
-        rig->baseFilter->setSourceModel(built.base.get());
-        rig->view = std::make_unique<QTreeView>();
-        rig->view->setModel(rig->baseFilter.get());
-        if (expansion == Expansion::AsModelAsks)
-            expansion = kind == Base ? Expansion::All : Expansion::None;
-    }
-    if (expansion == Expansion::All)
+    auto rig = std::make_unique<OurRig>();
+    rig->model = buildOurs(look, *tree, tree);
+    rig->filter = Qt4ParametersFilterModel::create(rig->model);
+    if (level >= 0)
+        rig->changeVisibility(level);
+    rig->view = std::make_unique<Qt4GenericTreeView>();
+    rig->delegate = Qt4ParametersItemDelegate::create();
+    rig->delegate->enableGrid(look == Look::Styled);
+    rig->view->setItemDelegate(rig->delegate.get());
+    rig->view->setModel(rig->filter.get());
+    if (expandAll)
         rig->view->expandAll();
     rig->view->resize(800, 600);
     rig->paints = std::make_unique<PaintCounter>(rig->view->viewport());
@@ -257,344 +219,384 @@ std::unique_ptr<Rig> showView(Kind kind, const Built& built, Expansion expansion
     return rig;
 }
 
+std::unique_ptr<BaseRig> showBase(Look look, const MvParametersModel& tree, bool expandAll, int level = -1)
+{
+    auto rig = std::make_unique<BaseRig>();
+    rig->model = buildBaselineModel(*tree.root());
+    rig->filter = std::make_unique<BaselineFilterModel>();
+    rig->filter->setSourceModel(rig->model.get());
+    if (level >= 0)
+        rig->changeVisibility(level);
+    rig->view = std::make_unique<BaselineTreeView>();
+    if (look == Look::Styled)
+        rig->delegate = std::make_unique<BaselineGridDelegate>();
+    else
+        rig->delegate = std::make_unique<QStyledItemDelegate>();
+    rig->view->setItemDelegate(rig->delegate.get());
+    rig->view->setModel(rig->filter.get());
+    if (expandAll)
+        rig->view->expandAll();
+    rig->view->resize(800, 600);
+    rig->paints = std::make_unique<PaintCounter>(rig->view->viewport());
+    rig->view->show();
+    settleUntilPainted(*rig->paints, 0);
+    return rig;
+}
+
+void settleView(PaintCounter& paints)
+{
+    settleUntilPainted(paints, paints.count());
+}
+
 // ---------------------------------------------------------------------------------------------------
-// Figures
+// Figures on generated trees
 
-const int sweepRoles[] = {Qt::DisplayRole,    Qt::DecorationRole, Qt::FontRole,      Qt::ToolTipRole,
-                          Qt::CheckStateRole, Qt::SizeHintRole,   Qt::ForegroundRole};
+constexpr int levelsPerRound[] = {0, 4, 1, 3, 2};
 
-// One data() call per cell and role a view asks; counts the valid answers so nothing is optimised away.
-long long sweep(const QAbstractItemModel* model, const QModelIndex& parent = QModelIndex())
+// A round of level changes on a fully expanded view; each change until the view has repainted. The view
+// is opened fully again (untimed) before each change: rows that came back are collapsed in either view.
+template <class Rig> double levelRound(Rig& rig)
 {
-    long long valid = 0;
-    const int rows = model->rowCount(parent);
-    const int columns = model->columnCount(parent);
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            const QModelIndex index = model->index(row, column, parent);
-            for (int role : sweepRoles)
-                valid += model->data(index, role).isValid();
-        }
-        valid += sweep(model, model->index(row, 0, parent));
-    }
-    return valid;
-}
-
-// One function per side, for profilers (see ourLevelChange).
-__attribute__((noipa)) long long ourSweep(const QAbstractItemModel* model)
-{
-    return sweep(model);
-}
-
-__attribute__((noipa)) long long baselineSweep(const QAbstractItemModel* model)
-{
-    return sweep(model);
-}
-
-struct Series
-{
-    std::map<Kind, std::vector<double>> values;
-    std::map<Kind, std::vector<double>> ratios; // ours / its baseline, per round
-    std::map<Kind, std::string> notes;          // printed after the value
-
-    bool has(Kind kind) const { return values.count(kind) && !values.at(kind).empty(); }
-    double at(Kind kind) const { return has(kind) ? median(values.at(kind)) : NAN; }
-    double ratio(Kind kind) const
-    {
-        return ratios.count(kind) && !ratios.at(kind).empty() ? median(ratios.at(kind)) : NAN;
-    }
-    std::string note(Kind kind) const { return notes.count(kind) ? notes.at(kind) : std::string(); }
-};
-
-Kind partnerOf(Kind ours, const std::vector<Kind>& kinds)
-{
-    if (ours == Styled)
-        for (Kind k : kinds)
-            if (k == BaseCollapsed)
-                return k;
-    return Base;
-}
-
-// Measures every side once per round, starting each round with the next side, and keeps the ratio of
-// each of ours to its baseline of the same round.
-Series sideBySide(int rounds, const std::vector<Kind>& kinds, const std::function<double(Kind)>& measure)
-{
-    Series series;
-    for (int round = 0; round < rounds; ++round) {
-        std::map<Kind, double> now;
-        for (std::size_t i = 0; i < kinds.size(); ++i) {
-            const Kind kind = kinds[(i + round) % kinds.size()];
-            now[kind] = measure(kind);
-            series.values[kind].push_back(now[kind]);
-        }
-        for (Kind kind : kinds) {
-            if (!isOurs(kind))
-                continue;
-            const Kind partner = partnerOf(kind, kinds);
-            if (now.count(partner) && now[partner] > 0)
-                series.ratios[kind].push_back(now[kind] / now[partner]);
-        }
-    }
-    return series;
-}
-
-constexpr int levelCount = 5; // visibility levels 0 to 4
-
-struct FigureRow
-{
-    std::string name;
-    Series series;
-    // Level changes: the median of each level per side, NaN where a level was not measured.
-    std::map<Kind, std::vector<double>> levels;
-};
-
-struct TreeResult
-{
-    std::string label;
-    bool generated = false;
-    int size = 0;
-    int rows = 0;
-    std::vector<FigureRow> figures;
-    Series openToPaint; // GenICam only
-    std::vector<std::string> footnotes;
-
-    const FigureRow* figure(const std::string& name) const
-    {
-        for (const auto& f : figures)
-            if (f.name == name)
-                return &f;
-        return nullptr;
-    }
-};
-
-int roundsFor(int rows, int small, int medium, int large, double scale)
-{
-    const int n = rows <= 3000 ? small : rows <= 30000 ? medium : large;
-    return std::max(1, static_cast<int>(std::lround(n * scale)));
-}
-
-void progress(const char* what, const TreeResult& result)
-{
-    std::fprintf(stderr, "  %-22s %s\n", what, result.label.c_str());
-}
-
-// The mean and the slowest of the levels measured, and whether a level is missing.
-struct LevelSummary
-{
-    double mean = NAN;
-    double slowest = NAN;
-    bool partial = false;
-};
-
-LevelSummary summarise(const std::vector<double>& levels, const std::vector<bool>& use)
-{
-    LevelSummary s;
     double total = 0;
-    int n = 0;
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        if (std::isnan(levels[i])) {
-            s.partial = true;
-            continue;
-        }
-        if (!use[i])
-            continue;
-        total += levels[i];
-        ++n;
-        s.slowest = std::isnan(s.slowest) ? levels[i] : std::max(s.slowest, levels[i]);
+    for (int level : levelsPerRound) {
+        rig.view->expandAll();
+        settleView(*rig.paints);
+        const int seen = rig.paints->count();
+        CpuStopwatch clock;
+        rig.changeVisibility(level);
+        settleUntilPainted(*rig.paints, seen);
+        total += clock.ms();
     }
-    if (n > 0)
-        s.mean = total / n;
-    return s;
+    return total;
 }
 
-std::string number(double v);
-
-TreeResult measureTree(const Tree& tree, const Options& options)
+__attribute__((noipa)) double ourLevelRound(OurRig& rig)
 {
-    TreeResult result;
-    result.label = tree.label;
-    result.generated = tree.generated;
-    result.size = tree.size;
+    return levelRound(rig);
+}
+
+__attribute__((noipa)) double baseLevelRound(BaseRig& rig)
+{
+    return levelRound(rig);
+}
+
+// Page by page from the top to the bottom of the expanded tree (or `maxPages` pages), each page until it
+// is painted.
+template <class Rig> double scrollThrough(Rig& rig, int maxPages)
+{
+    QScrollBar* bar = rig.view->verticalScrollBar();
+    bar->setValue(0);
+    settleView(*rig.paints);
+    CpuStopwatch clock;
+    for (int page = 0; bar->value() < bar->maximum() && (maxPages <= 0 || page < maxPages); ++page) {
+        const int seen = rig.paints->count();
+        bar->setValue(bar->value() + bar->pageStep());
+        settleUntilPainted(*rig.paints, seen);
+    }
+    return clock.ms();
+}
+
+__attribute__((noipa)) double ourScroll(OurRig& rig, int maxPages)
+{
+    return scrollThrough(rig, maxPages);
+}
+
+__attribute__((noipa)) double baseScroll(BaseRig& rig, int maxPages)
+{
+    return scrollThrough(rig, maxPages);
+}
+
+// The name of the first integer that anyone may write, shown at every level.
+std::string editableIntegerName(const MvParametersEntryNode& node)
+{
+    const auto children = node.getChildNodesEntryNode();
+    if (!children)
+        return std::string();
+    for (const auto& child : children->children()) {
+        const auto& entry = static_cast<const MvParametersEntryNode&>(*child);
+        if (entry.getVisibility() > pevBeginner)
+            continue;
+        if (child->typeId() == pntInteger && entry.getAccessMode() == peamReadWrite) {
+            const auto& integer = static_cast<const MvParametersIntegerNode&>(*child);
+            if (integer.getRepresentation() == pirLinear || integer.getRepresentation() == pirPureNumber)
+                return entry.getDisplayName();
+        }
+        const std::string below = editableIntegerName(entry);
+        if (!below.empty())
+            return below;
+    }
+    return std::string();
+}
+
+QModelIndex findRow(const QAbstractItemModel* model, const QString& text,
+                    const QModelIndex& parent = QModelIndex())
+{
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+        const QModelIndex index = model->index(row, 0, parent);
+        if (index.data().toString() == text)
+            return index;
+        const QModelIndex below = findRow(model, text, index);
+        if (below.isValid())
+            return below;
+    }
+    return QModelIndex();
+}
+
+void pressEnter(QWidget* editor)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(editor, &press);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(editor, &release);
+}
+
+// Opens the editor of the value cell, changes the value, presses Enter and waits for the repaint.
+template <class Rig> double editOnce(Rig& rig, const QModelIndex& cell, int round)
+{
+    const int seen = rig.paints->count();
+    CpuStopwatch clock;
+    rig.view->setCurrentIndex(cell);
+    rig.view->edit(cell);
+    QWidget* editor = rig.view->indexWidget(cell);
+    if (!editor) {
+        std::fprintf(stderr, "  edit: no editor opened\n");
+        return NAN;
+    }
+    if (auto* box = qobject_cast<QAbstractSpinBox*>(editor))
+        box->stepBy(round % 2 ? -1 : 1);
+    else if (auto* line = qobject_cast<QLineEdit*>(editor))
+        line->setText(QString::number(16 * (round % 2 + 1)));
+    pressEnter(editor);
+    settleUntilPainted(*rig.paints, seen);
+    return clock.ms();
+}
+
+void measureGenerated(const Options& options, int size, HiddenRows layout)
+{
+    auto tree = buildCameraShapedTree(size, layout);
+    const std::string label = withThousands(size) + " " + hiddenRowsName(layout);
+    std::fprintf(stderr, "%s\n", label.c_str());
+    const auto& model = *tree->model();
+    int rows = 0;
     {
-        Built probe = build(Plain, tree);
-        result.rows = countRows(probe.itemModel());
+        auto probe = buildOurs(Look::Plain, model, tree->model());
+        std::function<int(const QModelIndex&)> count = [&](const QModelIndex& parent) {
+            int n = probe->rowCount(parent);
+            int total = n;
+            for (int row = 0; row < n; ++row)
+                total += count(probe->index(row, 0, parent));
+            return total;
+        };
+        rows = count(QModelIndex());
     }
-    const int rows = result.rows;
-    const double scale = options.repsScale;
-    std::vector<Kind> modelKinds;
-    for (Kind kind : {Plain, Styled, Base})
-        if (options.side(kind))
-            modelKinds.push_back(kind);
-    std::vector<Kind> viewKinds = modelKinds;
-    if (options.side(Base))
-        viewKinds.push_back(BaseCollapsed);
+    const int samples = options.samples;
 
-    // 1 and 2: build, with the heap and resident set it adds.
-    if (options.wants("build")) {
-        progress("build and memory", result);
-        Series heap;
-        Series rss;
-        Series buildTimes = sideBySide(roundsFor(rows, 11, 7, 2, scale), modelKinds, [&](Kind kind) {
-            MemoryProbe memory;
-            CpuStopwatch clock;
-            Built built = build(kind, tree);
-            const double ms = clock.ms();
-            heap.values[kind].push_back(memory.heapGrowth() / rows);
-            rss.values[kind].push_back(memory.rssGrowth() / rows);
-            return ms;
-        });
-        for (Kind kind : {Plain, Styled}) {
-            if (heap.has(kind) && heap.has(Base)) {
-                heap.ratios[kind].push_back(heap.at(kind) / heap.at(Base));
-                rss.ratios[kind].push_back(rss.at(kind) / rss.at(Base));
-            }
+    if (options.wants("level")) {
+        for (Look look : {Look::Plain, Look::Styled}) {
+            auto ours = showOurs(look, tree->model(), true);
+            auto base = showBase(look, model, true);
+            Figure f{"level change", label, look == Look::Plain ? "plain" : "styled",
+                     "QSortFilterProxyModel::invalidate()"};
+            f.rows = rows;
+            sideBySide(
+                f, samples, [&] { return ourLevelRound(*ours); }, [&] { return baseLevelRound(*base); });
         }
-        result.figures.push_back({"build (ms)", buildTimes, {}});
-        result.figures.push_back({"heap per row (B)", heap, {}});
-        if (rows >= 1000) // a few pages say nothing about a small tree
-            result.figures.push_back({"RSS per row (B)", rss, {}});
     }
 
-    // 3: one data() sweep over every cell, on models built once.
-    if (options.wants("sweep")) {
-        progress("data sweep", result);
-        std::map<Kind, Built> built;
-        for (Kind kind : modelKinds)
-            built[kind] = build(kind, tree);
-        for (Kind kind : modelKinds) // the first sweep fills what rows keep (the styled details tool tips)
-            sweep(built[kind].itemModel());
-        long long sink = 0;
-        Series sweeps = sideBySide(roundsFor(rows, 11, 7, 2, scale), modelKinds, [&](Kind kind) {
-            CpuStopwatch clock;
-            sink += isOurs(kind) ? ourSweep(built[kind].itemModel()) : baselineSweep(built[kind].itemModel());
-            return clock.ms();
-        });
-        if (sink < 0)
-            std::fprintf(stderr, "%lld\n", sink);
-        result.figures.push_back({"data sweep (ms)", sweeps, {}});
-    }
+    // Scrolling, editing and the first paint do not depend on where the hidden rows are: measured on
+    // the interleaved trees only.
+    if (layout != HiddenRows::Interleaved)
+        return;
 
-    // 4: changeVisibility through every level on a fully expanded view. A side whose level changes of
-    // one round have taken longer than the budget skips the levels left in that round.
-    if (options.wants("change")) {
-        progress("changeVisibility", result);
-        std::map<Kind, Built> built;
-        for (Kind kind : modelKinds)
-            built[kind] = build(kind, tree);
-        std::map<Kind, std::unique_ptr<Rig>> rigs;
-        for (Kind kind : modelKinds)
-            rigs[kind] = showView(kind, built[kind], Expansion::All);
-        std::map<Kind, std::vector<std::vector<double>>> samples;
-        sideBySide(roundsFor(rows, 5, 3, 1, scale), modelKinds, [&](Kind kind) {
-            Rig& rig = *rigs[kind];
-            auto& perLevel = samples[kind];
-            perLevel.resize(levelCount);
-            double spent = 0;
-            for (int level = 0; level < levelCount; ++level) {
-                if (spent > options.levelBudgetMs)
-                    break;
-                rig.view->expandAll(); // rows that came back are collapsed in every view
-                for (int i = 0; i < 5; ++i)
-                    QCoreApplication::processEvents();
-                const double ms = isOurs(kind) ? ourLevelChange(rig, level) : baselineLevelChange(rig, level);
-                perLevel[level].push_back(ms);
-                spent += ms;
-                if (options.verbose)
-                    std::fprintf(stderr, "    %s: level %d in %.1f ms\n", kindName(kind), level, ms);
-            }
-            return spent;
-        });
-        FigureRow mean{"changeVisibility, mean (ms)", {}, {}};
-        FigureRow slowest{"changeVisibility, slowest (ms)", {}, {}};
-        for (Kind kind : modelKinds) {
-            std::vector<double> medians;
-            for (const auto& levelSamples : samples[kind])
-                medians.push_back(levelSamples.empty() ? NAN : median(levelSamples));
-            mean.levels[kind] = slowest.levels[kind] = medians;
+    if (options.wants("scroll")) {
+        for (Look look : {Look::Plain, Look::Styled}) {
+            auto ours = showOurs(look, tree->model(), true, pevAll);
+            auto base = showBase(look, model, true, pevAll);
+            Figure f{"scroll page by page", label, look == Look::Plain ? "plain" : "styled",
+                     look == Look::Plain ? "QStyledItemDelegate" : "QStyledItemDelegate drawing the grid"};
+            f.rows = rows;
+            sideBySide(
+                f, samples, [&] { return ourScroll(*ours, options.maxScrollPages); },
+                [&] { return baseScroll(*base, options.maxScrollPages); });
         }
-        const std::vector<bool> all(levelCount, true);
-        for (Kind kind : modelKinds) {
-            const LevelSummary own = summarise(mean.levels[kind], all);
-            mean.series.values[kind].push_back(own.mean);
-            slowest.series.values[kind].push_back(own.slowest);
-            if (own.partial) {
-                int measured = 0;
-                for (double v : mean.levels[kind])
-                    measured += std::isnan(v) ? 0 : 1;
-                mean.series.notes[kind] = slowest.series.notes[kind] = "*";
-                result.footnotes.push_back(std::string(kindName(kind)) + ", " + result.label +
-                                           ": levels 0 to " + std::to_string(measured - 1) +
-                                           " of 0 to 4; the others were left out once " +
-                                           "the level changes of a round had taken over " +
-                                           number(options.levelBudgetMs / 1000) + " s.");
-            }
-            if (!isOurs(kind) || !mean.levels.count(Base))
-                continue;
-            // Ratios over the levels both sides measured.
-            std::vector<bool> common(levelCount);
-            for (int level = 0; level < levelCount; ++level)
-                common[level] =
-                    !std::isnan(mean.levels[kind][level]) && !std::isnan(mean.levels[Base][level]);
-            const LevelSummary a = summarise(mean.levels[kind], common);
-            const LevelSummary b = summarise(mean.levels[Base], common);
-            mean.series.ratios[kind].push_back(a.mean / b.mean);
-            slowest.series.ratios[kind].push_back(a.slowest / b.slowest);
-        }
-        result.figures.push_back(mean);
-        result.figures.push_back(slowest);
     }
 
-    // 5: first paint of a new view, expanded as the model asks.
+    if (options.wants("edit")) {
+        const QString name = QString::fromStdString(editableIntegerName(*model.root()));
+        auto ours = showOurs(Look::Plain, tree->model(), true, pevAll);
+        auto base = showBase(Look::Plain, model, true, pevAll);
+        const QModelIndex ourRow = findRow(ours->filter.get(), name);
+        const QModelIndex baseRow = findRow(base->filter.get(), name);
+        if (!ourRow.isValid() || !baseRow.isValid())
+            std::fprintf(stderr, "  edit: no row \"%s\" to edit\n", qPrintable(name));
+        if (ourRow.isValid() && baseRow.isValid()) {
+            const QModelIndex ourCell = ourRow.sibling(ourRow.row(), 1);
+            const QModelIndex baseCell = baseRow.sibling(baseRow.row(), 1);
+            ours->view->scrollTo(ourCell, QAbstractItemView::PositionAtCenter);
+            base->view->scrollTo(baseCell, QAbstractItemView::PositionAtCenter);
+            settleView(*ours->paints);
+            settleView(*base->paints);
+            int round = 0;
+            Figure f{"edit: open, commit, repaint", label, "plain",
+                     "QStyledItemDelegate, QStandardItem::setData"};
+            f.rows = rows;
+            sideBySide(
+                f, std::max(samples, 11), [&] { return editOnce(*ours, ourCell, round++); },
+                [&] { return editOnce(*base, baseCell, round); });
+        }
+    }
+
     if (options.wants("paint")) {
-        progress("first paint", result);
-        std::map<Kind, Built> built;
-        for (Kind kind : modelKinds)
-            built[kind] = build(kind, tree);
-        Series paint = sideBySide(roundsFor(rows, 7, 5, 1, scale), viewKinds, [&](Kind kind) {
-            const Built& model = built[kind == BaseCollapsed ? Base : kind];
-            CpuStopwatch clock;
-            auto rig = showView(kind, model, Expansion::AsModelAsks);
-            const double ms = clock.ms();
-            rig.reset();
-            QCoreApplication::processEvents();
-            return ms;
-        });
-        result.figures.push_back({"first paint (ms)", paint, {}});
+        for (Look look : {Look::Plain, Look::Styled}) {
+            // Models are built once: the figure is the view's, from nothing shown to the first frame.
+            Figure f{"first paint", label, look == Look::Plain ? "plain" : "styled",
+                     look == Look::Plain ? "expanded QTreeView" : "collapsed QTreeView with the grid"};
+            f.rows = rows;
+            auto ourModel = buildOurs(look, model, tree->model());
+            auto baseModel = buildBaselineModel(*model.root());
+            sideBySide(
+                f, samples,
+                [&] {
+                    CpuStopwatch clock;
+                    OurRig rig;
+                    rig.filter = Qt4ParametersFilterModel::create(ourModel);
+                    rig.view = std::make_unique<Qt4GenericTreeView>();
+                    rig.delegate = Qt4ParametersItemDelegate::create();
+                    rig.delegate->enableGrid(look == Look::Styled);
+                    rig.view->setItemDelegate(rig.delegate.get());
+                    rig.view->setModel(rig.filter.get()); // opens as the model asks
+                    rig.view->resize(800, 600);
+                    rig.paints = std::make_unique<PaintCounter>(rig.view->viewport());
+                    rig.view->show();
+                    settleUntilPainted(*rig.paints, 0);
+                    const double ms = clock.ms();
+                    rig.paints.reset();
+                    rig.view.reset();
+                    QCoreApplication::processEvents();
+                    return ms;
+                },
+                [&] {
+                    CpuStopwatch clock;
+                    BaseRig rig;
+                    rig.filter = std::make_unique<BaselineFilterModel>();
+                    rig.filter->setSourceModel(baseModel.get());
+                    rig.view = std::make_unique<BaselineTreeView>();
+                    if (look == Look::Styled)
+                        rig.delegate = std::make_unique<BaselineGridDelegate>();
+                    else
+                        rig.delegate = std::make_unique<QStyledItemDelegate>();
+                    rig.view->setItemDelegate(rig.delegate.get());
+                    rig.view->setModel(rig.filter.get());
+                    if (look == Look::Plain)
+                        rig.view->expandAll();
+                    rig.view->resize(800, 600);
+                    rig.paints = std::make_unique<PaintCounter>(rig.view->viewport());
+                    rig.view->show();
+                    settleUntilPainted(*rig.paints, 0);
+                    const double ms = clock.ms();
+                    rig.paints.reset();
+                    rig.view.reset();
+                    QCoreApplication::processEvents();
+                    return ms;
+                });
+        }
     }
+}
+
+// ---------------------------------------------------------------------------------------------------
+// GenICam descriptions
 
 #ifdef VORN_BENCH_GENICAM
-    // 6: GenICam, from opening the device to the first frame.
-    if (!tree.generated && options.wants("open")) {
-        progress("open to first paint", result);
-        result.openToPaint = sideBySide(roundsFor(rows, 7, 5, 1, scale), viewKinds, [&](Kind kind) {
-            Stopwatch clock;
-            auto camera = openCamera(tree.path);
-            if (!camera)
-                return static_cast<double>(NAN);
-            Tree opened;
-            opened.camera = camera;
-            Built built = build(kind == BaseCollapsed ? Base : kind, opened);
-            auto rig = showView(kind, built, Expansion::AsModelAsks);
-            const double ms = clock.ms();
-            rig.reset();
-            built = Built();
-            camera.reset();
-            QCoreApplication::processEvents();
-            return ms;
-        });
-    }
-#endif
-    return result;
+// Open the description with our backend, show it in the plain model and view, until the first frame.
+double openToFirstPaint(const std::string& path)
+{
+    Stopwatch clock;
+    std::string error;
+    auto camera = GenicamParameterTree::openXmlFile(path, &error);
+    if (!camera)
+        return NAN;
+    auto rig = showOurs(Look::Plain, camera->model(), false);
+    const double ms = clock.ms();
+    rig.reset();
+    camera.reset();
+    QCoreApplication::processEvents();
+    return ms;
 }
+
+// Runs a program to its end with its output thrown away; CPU time (user and system, ms) and peak
+// resident set (KiB) of the child.
+std::pair<double, double> runChild(const std::vector<std::string>& args)
+{
+    std::fflush(stdout); // or the child writes what this process has buffered
+    std::fflush(stderr);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        if (std::freopen("/dev/null", "w", stdout) == nullptr)
+            _exit(126);
+        std::vector<char*> argv;
+        for (const auto& a : args)
+            argv.push_back(const_cast<char*>(a.c_str()));
+        argv.push_back(nullptr);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    rusage usage{};
+    wait4(pid, &status, 0, &usage);
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return {NAN, NAN};
+    const double cpu = (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1e3 +
+                       (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e3;
+    return {cpu, static_cast<double>(usage.ru_maxrss)};
+}
+
+void measureDescriptions(const Options& options, const std::string& self)
+{
+    const QDir dir(QStringLiteral(VORN_BENCH_GENICAM_DATA));
+    for (const QString& name : dir.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name)) {
+        const std::string path = dir.filePath(name).toStdString();
+        const std::string label = name.toStdString();
+        std::fprintf(stderr, "%s\n", label.c_str());
+        const int samples = std::max(options.samples, 7);
+        if (options.wants("open")) {
+            Figure f{"open to first paint", label, "plain", "arv_gc_new() on the same file"};
+            sideBySide(
+                f, samples, [&] { return openToFirstPaint(path); }, [&] { return aravisParseMs(path); });
+        }
+        if (options.wants("dump") && !options.browser.empty()) {
+            Figure cpu{"--dump CPU", label, "browser", "dump through Aravis alone"};
+            Figure memory{"--dump peak memory", label, "browser", "dump through Aravis alone", "KiB"};
+            for (int round = 0; round < samples; ++round) {
+                const auto ours = runChild({options.browser, "--xml", path, "--dump"});
+                const auto base = runChild({self, "--arv-dump", path});
+                cpu.oursSamples.push_back(ours.first);
+                cpu.baseSamples.push_back(base.first);
+                cpu.ratios.push_back(ours.first / base.first);
+                memory.oursSamples.push_back(ours.second);
+                memory.baseSamples.push_back(base.second);
+                memory.ratios.push_back(ours.second / base.second);
+            }
+            for (Figure* f : {&cpu, &memory}) {
+                std::fprintf(stderr, "  %-28s %-22s %.2fx [%.2f-%.2f]\n", f->name.c_str(), label.c_str(),
+                             f->ratioMedian(), f->ratioMin(), f->ratioMax());
+                g_figures.push_back(*f);
+            }
+        }
+    }
+}
+#endif
 
 // ---------------------------------------------------------------------------------------------------
 // The baseline holds what our plain model shows
+
+const int comparedRoles[] = {Qt::DisplayRole,    Qt::DecorationRole, Qt::FontRole,      Qt::ToolTipRole,
+                             Qt::CheckStateRole, Qt::SizeHintRole,   Qt::ForegroundRole};
 
 QString describe(const QVariant& value)
 {
     if (!value.isValid())
         return QStringLiteral("<invalid>");
-    if (value.canConvert<QIcon>() && value.userType() == QMetaType::QIcon) {
+    if (value.userType() == QMetaType::QIcon) {
         const QImage image = value.value<QIcon>().pixmap(16, 16).toImage();
         return QStringLiteral("icon %1").arg(qHashBits(image.constBits(), image.sizeInBytes()));
     }
@@ -620,7 +622,7 @@ int compareCells(const QAbstractItemModel* ours, const QAbstractItemModel* base,
             const QModelIndex oi = ours->index(row, column, o);
             const QModelIndex bi = base->index(row, column, b);
             ++cells;
-            for (int role : sweepRoles) {
+            for (int role : comparedRoles) {
                 const QString a = describe(oi.data(role));
                 const QString c = describe(bi.data(role));
                 if (a != c && mismatches++ < 10)
@@ -642,14 +644,12 @@ std::pair<int, int> checkBaseline()
 {
     int cells = 0;
     int mismatches = 0;
-    Tree example;
-    example.memory = example::buildExampleTree(0);
-    Tree generated;
-    generated.memory = example::buildGeneratedTree(400);
-    for (const Tree* tree : {&example, &generated}) {
-        Built ours = build(Plain, *tree);
-        Built base = build(Base, *tree);
-        mismatches += compareCells(ours.itemModel(), base.itemModel(), QModelIndex(), QModelIndex(), cells);
+    const std::vector<boost::shared_ptr<InMemoryParameterTree>> trees{
+        example::buildExampleTree(0), buildCameraShapedTree(400, HiddenRows::Interleaved)};
+    for (const auto& tree : trees) {
+        auto ours = buildOurs(Look::Plain, *tree->model(), tree->model());
+        auto base = buildBaselineModel(*tree->root());
+        mismatches += compareCells(ours.get(), base.get(), QModelIndex(), QModelIndex(), cells);
     }
     return {cells, mismatches};
 }
@@ -667,163 +667,62 @@ std::string number(double v)
     return buffer;
 }
 
-std::string ratio(double v)
+std::string ratioText(const Figure& f)
 {
-    if (std::isnan(v))
+    if (f.ratios.empty())
         return "–";
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.2f", v);
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%.2f (%.2f–%.2f)", f.ratioMedian(), f.ratioMin(), f.ratioMax());
     return buffer;
 }
 
-std::string cpuModel()
+QJsonArray toJson(const std::vector<double>& values)
 {
-    QFile file(QStringLiteral("/proc/cpuinfo"));
-    if (file.open(QIODevice::ReadOnly)) {
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            if (line.startsWith("model name"))
-                return line.mid(line.indexOf(':') + 1).trimmed().toStdString();
-        }
-    }
-    return "unknown";
+    QJsonArray out;
+    for (double v : values)
+        out.append(std::isnan(v) ? QJsonValue() : QJsonValue(v));
+    return out;
 }
 
-void printFigureTable(const std::vector<TreeResult>& results)
+void writeJson(const std::string& path, const QJsonObject& machine)
 {
-    std::printf(
-        "| tree | rows | figure | plain | styled | baseline | plain / baseline | styled / baseline |\n");
-    std::printf("|---|---:|---|---:|---:|---:|---:|---:|\n");
-    for (const auto& r : results) {
-        bool first = true;
-        for (const auto& f : r.figures) {
-            const Series& s = f.series;
-            std::string baseline = number(s.at(Base)) + s.note(Base);
-            if (s.has(BaseCollapsed))
-                baseline += " / " + number(s.at(BaseCollapsed));
-            std::printf("| %s | %s | %s | %s | %s | %s | %s | %s |\n", first ? r.label.c_str() : "",
-                        first ? withThousands(r.rows).c_str() : "", f.name.c_str(),
-                        (number(s.at(Plain)) + s.note(Plain)).c_str(),
-                        (number(s.at(Styled)) + s.note(Styled)).c_str(), baseline.c_str(),
-                        ratio(s.ratio(Plain)).c_str(), ratio(s.ratio(Styled)).c_str());
-            first = false;
-        }
+    QJsonArray figures;
+    for (const Figure& f : g_figures) {
+        QJsonObject o;
+        o["figure"] = QString::fromStdString(f.name);
+        o["tree"] = QString::fromStdString(f.tree);
+        o["rows"] = f.rows;
+        o["ours"] = QString::fromStdString(f.ours);
+        o["baseline"] = QString::fromStdString(f.versus);
+        o["unit"] = QString::fromStdString(f.unit);
+        o["ours_samples"] = toJson(f.oursSamples);
+        o["baseline_samples"] = toJson(f.baseSamples);
+        o["ratios"] = toJson(f.ratios);
+        o["ours_median"] = median(f.oursSamples);
+        o["baseline_median"] = median(f.baseSamples);
+        o["ratio_median"] = f.ratioMedian();
+        o["ratio_min"] = f.ratioMin();
+        o["ratio_max"] = f.ratioMax();
+        figures.append(o);
     }
+    QJsonObject root = machine;
+    root["figures"] = figures;
+    QFile file(QString::fromStdString(path));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(QJsonDocument(root).toJson(QJsonDocument::Indented));
 }
 
-const TreeResult* generatedOf(const std::vector<TreeResult>& results, int size)
+std::string markdown(const std::string& header)
 {
-    for (const auto& r : results)
-        if (r.generated && r.size == size)
-            return &r;
-    return nullptr;
-}
-
-void printFootnotes(const std::vector<TreeResult>& results)
-{
-    bool first = true;
-    for (const auto& r : results) {
-        for (const auto& note : r.footnotes) {
-            std::printf("%s* %s\n", first ? "\n" : "", note.c_str());
-            first = false;
-        }
+    std::string out = header;
+    out +=
+        "| figure | tree | side | ours (median) | baseline (median) | ours / baseline: median (min–max) |\n";
+    out += "|---|---|---|---:|---:|---:|\n";
+    for (const Figure& f : g_figures) {
+        out += "| " + f.name + " | " + f.tree + " | " + f.ours + " | " + number(median(f.oursSamples)) + " " +
+               f.unit + " | " + number(median(f.baseSamples)) + " " + f.unit + " | " + ratioText(f) + " |\n";
     }
-}
-
-void printGrowth(const std::vector<TreeResult>& results)
-{
-    const TreeResult* small = generatedOf(results, 10000);
-    const TreeResult* large = generatedOf(results, 100000);
-    if (!small || !large)
-        return;
-    std::printf("\nGrowth from 10,000 to 100,000 parameters (a linear cost grows %.1fx, the row count):\n\n",
-                static_cast<double>(large->rows) / small->rows);
-    std::printf("| figure | plain | styled | baseline | baseline, collapsed |\n|---|---:|---:|---:|---:|\n");
-    for (const auto& f : large->figures) {
-        const FigureRow* g = small->figure(f.name);
-        if (!g || f.name.find("per row") != std::string::npos)
-            continue;
-        auto growth = [&](Kind k) -> std::string {
-            if (!f.series.has(k) || !g->series.has(k))
-                return "–";
-            if (!f.levels.count(k) || !g->levels.count(k))
-                return number(f.series.at(k) / g->series.at(k)) + "x";
-            // Level changes: over the levels measured at both sizes.
-            std::vector<bool> common(levelCount);
-            for (int level = 0; level < levelCount; ++level)
-                common[level] = !std::isnan(f.levels.at(k)[level]) && !std::isnan(g->levels.at(k)[level]);
-            const LevelSummary a = summarise(f.levels.at(k), common);
-            const LevelSummary b = summarise(g->levels.at(k), common);
-            const bool slowest = f.name.find("slowest") != std::string::npos;
-            return number(slowest ? a.slowest / b.slowest : a.mean / b.mean) + "x" + f.series.note(k);
-        };
-        std::printf("| %s | %s | %s | %s | %s |\n", f.name.c_str(), growth(Plain).c_str(),
-                    growth(Styled).c_str(), growth(Base).c_str(), growth(BaseCollapsed).c_str());
-    }
-}
-
-void printOpenToPaint(const std::vector<TreeResult>& results)
-{
-    bool any = false;
-    for (const auto& r : results)
-        any = any || r.openToPaint.has(Plain);
-    if (!any)
-        return;
-    std::printf("\nGenICam, from opening the device through our backend to the first frame (ms; target "
-                "under 100):\n\n");
-    std::printf("| device | rows | plain | styled | baseline | baseline, collapsed "
-                "|\n|---|---:|---:|---:|---:|---:|\n");
-    for (const auto& r : results) {
-        if (!r.openToPaint.has(Plain))
-            continue;
-        const Series& s = r.openToPaint;
-        std::printf("| %s | %d | %s | %s | %s | %s |\n", r.label.c_str(), r.rows, number(s.at(Plain)).c_str(),
-                    number(s.at(Styled)).c_str(), number(s.at(Base)).c_str(),
-                    number(s.at(BaseCollapsed)).c_str());
-    }
-}
-
-void printTargets(const std::vector<TreeResult>& results)
-{
-    std::printf("\nTargets:\n\n");
-    auto line = [](bool met, const std::string& text) {
-        std::printf("- %s %s\n", met ? "met:   " : "MISSED:", text.c_str());
-    };
-    for (const auto& r : results) {
-        for (Kind k : {Plain, Styled}) {
-            const std::string who = std::string(kindName(k)) + ", " + r.label + ": ";
-            if (const FigureRow* f = r.figure("build (ms)"))
-                line(f->series.ratio(k) <= 1.0,
-                     who + "build / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
-            if (const FigureRow* f = r.figure("heap per row (B)"))
-                line(f->series.ratio(k) <= 1.0,
-                     who + "heap per row / baseline " + ratio(f->series.ratio(k)) + " (<= 1.0)");
-            if (const FigureRow* f = r.figure("data sweep (ms)"))
-                line(f->series.ratio(k) <= 1.5,
-                     who + "data sweep / baseline " + ratio(f->series.ratio(k)) + " (<= 1.5)");
-            if (r.generated && r.size == 10000)
-                if (const FigureRow* f = r.figure("changeVisibility, slowest (ms)"))
-                    line(f->series.at(k) <= 50,
-                         who + "slowest level change " + number(f->series.at(k)) + " ms (<= 50)");
-            if (r.openToPaint.has(k))
-                line(r.openToPaint.at(k) < 100,
-                     who + "open to first paint " + number(r.openToPaint.at(k)) + " ms (< 100)");
-        }
-    }
-    const TreeResult* small = generatedOf(results, 10000);
-    const TreeResult* large = generatedOf(results, 100000);
-    if (small && large) {
-        const double linear = static_cast<double>(large->rows) / small->rows;
-        for (Kind k : {Plain, Styled}) {
-            const FigureRow* a = small->figure("changeVisibility, mean (ms)");
-            const FigureRow* b = large->figure("changeVisibility, mean (ms)");
-            if (!a || !b)
-                continue;
-            const double growth = b->series.at(k) / a->series.at(k);
-            line(growth <= linear * 1.5, std::string(kindName(k)) + ": changeVisibility grows " +
-                                             number(growth) + "x from 10,000 to 100,000 (linear " +
-                                             number(linear) + "x)");
-        }
-    }
+    return out;
 }
 
 std::vector<int> parseSizes(const char* text)
@@ -836,17 +735,23 @@ std::vector<int> parseSizes(const char* text)
 
 void usage()
 {
-    std::fprintf(
-        stderr,
-        "usage: vorn-bench [--sizes 1000,10000,100000] [--no-genicam] [--reps-scale X]\n"
-        "                  [--layout interleaved|clustered] [--figures build,sweep,change,paint,open]\n"
-        "                  [--sides plain,styled,baseline] [--level-budget seconds] [--verbose]\n");
+    std::fprintf(stderr,
+                 "usage: vorn-bench [--sizes 300,3000,30000,100000] [--layouts interleaved,clustered]\n"
+                 "                  [--figures level,scroll,edit,paint,open,dump] [--samples 5]\n"
+                 "                  [--max-scroll-pages N] [--no-genicam] [--browser PATH]\n"
+                 "                  [--json FILE] [--markdown FILE]\n"
+                 "       vorn-bench --check-baseline\n"
+                 "       vorn-bench --arv-dump FILE\n");
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+#ifdef VORN_BENCH_GENICAM
+    if (argc == 3 && std::string(argv[1]) == "--arv-dump")
+        return aravisDump(argv[2]);
+#endif
     if (!std::getenv("QT_QPA_PLATFORM"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     QTemporaryDir runtimeDir;
@@ -857,30 +762,49 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
 
     Options options;
+    bool checkOnly = false;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
         if (arg == "--sizes" && i + 1 < argc)
             options.sizes = parseSizes(argv[++i]);
-        else if (arg == "--figures" && i + 1 < argc)
+        else if (arg == "--layouts" && i + 1 < argc) {
+            const std::string text = argv[++i];
+            options.layouts.clear();
+            if (text.find("interleaved") != std::string::npos)
+                options.layouts.push_back(HiddenRows::Interleaved);
+            if (text.find("clustered") != std::string::npos)
+                options.layouts.push_back(HiddenRows::Clustered);
+        } else if (arg == "--figures" && i + 1 < argc)
             options.figures = argv[++i];
-        else if (arg == "--sides" && i + 1 < argc)
-            options.sides = argv[++i];
-        else if (arg == "--level-budget" && i + 1 < argc)
-            options.levelBudgetMs = 1000 * std::atof(argv[++i]);
-        else if (arg == "--verbose")
-            options.verbose = true;
+        else if (arg == "--samples" && i + 1 < argc)
+            options.samples = std::max(1, std::atoi(argv[++i]));
+        else if (arg == "--max-scroll-pages" && i + 1 < argc)
+            options.maxScrollPages = std::atoi(argv[++i]);
+        else if (arg == "--json" && i + 1 < argc)
+            options.jsonPath = argv[++i];
+        else if (arg == "--markdown" && i + 1 < argc)
+            options.markdownPath = argv[++i];
+        else if (arg == "--browser" && i + 1 < argc)
+            options.browser = argv[++i];
         else if (arg == "--no-genicam")
             options.genicam = false;
-        else if (arg == "--reps-scale" && i + 1 < argc)
-            options.repsScale = std::atof(argv[++i]);
-        else if (arg == "--layout" && i + 1 < argc) {
-            const std::string layout = argv[++i];
-            options.layout = layout == "clustered" ? example::VisibilityLayout::Clustered
-                                                   : example::VisibilityLayout::Interleaved;
-        } else {
+        else if (arg == "--check-baseline")
+            checkOnly = true;
+        else {
             usage();
             return arg == "--help" || arg == "-h" ? 0 : 2;
         }
+    }
+
+    const std::pair<int, int> check = checkBaseline();
+    std::printf("baseline compared cell by cell: %d cells, %d differ\n", check.first, check.second);
+    if (checkOnly)
+        return check.second == 0 ? 0 : 1;
+    if (options.browser.empty()) {
+        const QString next =
+            QFileInfo(QString::fromLocal8Bit(argv[0])).absolutePath() + QStringLiteral("/parameter-browser");
+        if (QFileInfo::exists(next))
+            options.browser = next.toStdString();
     }
 
     Stopwatch total;
@@ -892,87 +816,47 @@ int main(int argc, char** argv)
     }
     // Fonts, icons, styles and the offscreen platform load on first use, not inside a figure.
     {
-        Tree warmUp;
-        warmUp.memory = example::buildGeneratedTree(200, options.layout);
-        for (Kind kind : {Plain, Styled, Base}) {
-            Built built = build(kind, warmUp);
-            sweep(built.itemModel());
-            auto rig = showView(kind, built, Expansion::AsModelAsks);
-            rig->changeVisibility(2);
-            settleUntilPainted(*rig->paints, rig->paints->count());
+        auto warmUp = buildCameraShapedTree(300, HiddenRows::Interleaved);
+        for (Look look : {Look::Plain, Look::Styled}) {
+            auto ours = showOurs(look, warmUp->model(), true);
+            auto base = showBase(look, *warmUp->model(), true);
+            ourLevelRound(*ours);
+            baseLevelRound(*base);
         }
     }
-    const std::pair<int, int> check = checkBaseline();
 
-    std::vector<TreeResult> results;
-    for (int size : options.sizes) {
-        Tree tree;
-        tree.generated = true;
-        tree.size = size;
-        tree.label = "generated " + withThousands(size);
-        std::fprintf(stderr, "%s\n", tree.label.c_str());
-        tree.memory = example::buildGeneratedTree(size, options.layout);
-        results.push_back(measureTree(tree, options));
-    }
+    for (int size : options.sizes)
+        for (HiddenRows layout : options.layouts)
+            measureGenerated(options, size, layout);
 #ifdef VORN_BENCH_GENICAM
-    if (options.genicam) {
-        std::vector<std::string> paths{""};
-        const QDir dir(QStringLiteral(VORN_BENCH_GENICAM_DATA));
-        for (const QString& name : dir.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name))
-            paths.push_back(dir.filePath(name).toStdString());
-        for (const std::string& path : paths) {
-            Tree tree;
-            tree.path = path;
-            tree.label = path.empty() ? "Aravis simulated camera"
-                                      : QFileInfo(QString::fromStdString(path)).fileName().toStdString();
-            std::fprintf(stderr, "%s\n", tree.label.c_str());
-            tree.camera = openCamera(path);
-            if (!tree.camera)
-                continue;
-            results.push_back(measureTree(tree, options));
-        }
-    }
+    if (options.genicam)
+        measureDescriptions(options,
+                            QFileInfo(QString::fromLocal8Bit(argv[0])).absoluteFilePath().toStdString());
 #endif
 
-    std::printf("# Benchmark results\n\n");
-    std::printf(
-        "%s, nproc %u, CPU %s, %s, Qt %s, %s build%s.\n\n",
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")).toUtf8().constData(),
-        std::thread::hardware_concurrency(), cpuModel().c_str(),
-        QSysInfo::prettyProductName().toUtf8().constData(), qVersion(),
-#ifdef NDEBUG
-        "release",
-#else
-        "debug",
-#endif
-        "");
-    std::printf("Times are CPU time of the GUI thread (the machine is shared; wall-clock time for opening "
-                "GenICam devices, which waits for the device thread), medians of the rounds. Each round "
-                "measures every side in turn; ratios are taken per round, then the median. Generated "
-                "trees: every kind of parameter in categories of 50, visibility levels %s. The baseline is "
-                "a QStandardItemModel with the same texts, icons, fonts, check states, tool tips, size hints "
-                "and colours as our plain model (compared cell by cell: %d cells, %d differ), under a "
-                "QSortFilterProxyModel with the same visibility rule, in a QTreeView. Views are 800x600 on "
-                "the offscreen platform. Load average at the start: %s.\n\n",
-                options.layout == example::VisibilityLayout::Clustered ? "clustered as in real devices"
-                                                                       : "interleaved row by row",
-                check.first, check.second, loadAverage.c_str());
-    std::printf("- build: root node, model and every row; baseline: the model and every item.\n"
-                "- heap / RSS per row: what a build adds (malloc's bytes in use; resident set), per row.\n"
-                "- data sweep: one data() call per cell for display, decoration, font, tool tip, check "
-                "state, size hint and foreground.\n"
-                "- changeVisibility: levels 0, 1, 2, 3, 4 in turn on a fully expanded view, each until the "
-                "view has repainted (ours: Qt4ParametersFilterModel in a Qt4GenericTreeView; baseline: "
-                "invalidateFilter); mean and slowest level.\n"
-                "- first paint: filter model, view and item delegate (grid on for the styled model) made, "
-                "expanded as the model asks (plain: all levels; styled: top level only), shown, until the "
-                "first frame is painted. The baseline column gives expanded / collapsed; plain is compared "
-                "with expanded, styled with collapsed.\n\n");
-    printFigureTable(results);
-    printFootnotes(results);
-    printGrowth(results);
-    printOpenToPaint(results);
-    printTargets(results);
-    std::printf("\nWhole run: %.0f s.\n", total.ms() / 1000);
+    const std::string date =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")).toStdString();
+    QJsonObject machine;
+    machine["date"] = QString::fromStdString(date);
+    machine["cores"] = static_cast<int>(std::thread::hardware_concurrency());
+    machine["system"] = QSysInfo::prettyProductName();
+    machine["qt"] = QString::fromLatin1(qVersion());
+    machine["load_average"] = QString::fromStdString(loadAverage);
+    machine["samples"] = options.samples;
+    machine["seconds"] = total.ms() / 1000;
+    writeJson(options.jsonPath, machine);
+
+    const std::string header = "Run of " + date + " on " +
+                               std::to_string(std::thread::hardware_concurrency()) + " cores (load average " +
+                               loadAverage + " at the start), Qt " + qVersion() + ", " +
+                               std::to_string(options.samples) + " or more rounds per figure.\n\n";
+    const std::string table = markdown(header);
+    std::fputs(table.c_str(), stdout);
+    if (!options.markdownPath.empty()) {
+        QFile file(QString::fromStdString(options.markdownPath));
+        if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            file.write(table.c_str());
+    }
+    std::fprintf(stderr, "whole run: %.0f s\n", total.ms() / 1000);
     return 0;
 }

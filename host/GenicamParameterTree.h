@@ -124,6 +124,13 @@ public:
     };
     RegisterTraffic registerTraffic() const;
 
+    // A 32-bit register by address, for what the description does not name: read or written on the
+    // device thread, the answer handed to done on the GUI thread (the value, or the device's error).
+    // A write is followed by a refresh, since any feature may show the register.
+    using RegisterAnswer = std::function<void(bool ok, std::uint32_t value, const std::string& error)>;
+    void readRegister(std::uint64_t address, RegisterAnswer done);
+    void writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done);
+
     // Reads every feature again (for changes the tree cannot see, such as a job's).
     void refresh();
     // Runs job on the device thread with the device, for what the tree does not cover (streams,

@@ -46,6 +46,12 @@ public:
     }
     QModelIndex indexOfNode(const Qt4AbstractModelNode* node, int column = 0) const;
 
+signals:
+    // The tree behind the model reported a failed request (for example a write a device refused).
+    // Declared here, in the one class of the model hierarchy that has a meta-object.
+    void errorReported(const QString& message);
+
+public:
     // Calls setupNode() on each node and tells views that their rows changed, as one dataChanged
     // range per parent.
     void refreshNodes(const std::vector<Qt4AbstractModelNode*>& nodes);

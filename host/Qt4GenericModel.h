@@ -12,11 +12,11 @@ class Qt4GenericModelNode;
 
 // A Qt4AbstractModel built from a root item node over a generic model. It listens to the generic
 // model's change notification: the rows of changed nodes get setupNode() and dataChanged, so views
-// follow value changes without any host code.
+// follow value changes without any host code; failed requests come out as errorReported. It declares
+// no meta-object of its own, nor do the models built on it: their metaObject(), qt_metacast() and
+// qt_metacall() stay Qt4AbstractModel's.
 class VORN_MODELQT4_API Qt4GenericModel : public Qt4AbstractModel
 {
-    Q_OBJECT
-
 public:
     explicit Qt4GenericModel(boost::shared_ptr<Qt4AbstractModelNode> root);
     ~Qt4GenericModel() override;
@@ -26,10 +26,6 @@ public:
 
     // Used by Qt4GenericModelNode::postInsert.
     void registerRow(Qt4GenericModelNode* row);
-
-signals:
-    // The parameter tree reported a failed request (for example a write a device refused).
-    void errorReported(const QString& message);
 
 private:
     friend class Qt4AbstractModel;

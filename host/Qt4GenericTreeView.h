@@ -2,6 +2,7 @@
 
 #include <vorn/base/VornExport.h>
 
+#include <QPointer>
 #include <QTreeView>
 
 namespace vorn {
@@ -20,10 +21,19 @@ class Qt4AbstractModelNode;
 // layout cost rows x widgets. Scrolling, resizing, expanding and collapsing bring widgets to the rows
 // that come into view (on the next turn of the event loop) and release those that leave it.
 //
-// A filter change reaches a view as many small row ranges, and QAbstractItemView answers each range
-// with a full layout while any widget is placed. So while rows come and go, this view takes its index
-// widgets out and defers spanning; both come back in one linear pass when the model's layout change
-// ends the batch (or, for changes without one, on the next turn of the event loop).
+// A filter change reaches a view as a burst of row ranges: every run of rows that goes or comes is one
+// range. For each range Qt moves every persistent index of the model, and QTreeView keeps one per
+// expanded row and one per spanned row; QAbstractItemView also places every index widget again. On a
+// large expanded tree that makes a burst cost ranges x rows. So on the first range of a burst this view
+// lets go of all of them: index widgets out, spanning dropped, expanded rows collapsed (remembered by
+// the framework model's own rows, without a layout and without collapsed() signals). The model's
+// layout change ends the burst (for changes without one, the next turn of the event loop): the rows
+// that stayed are expanded again at once, and the next layout, the only one the burst costs, brings
+// back spanning and the scroll position; index widgets follow on the next turn of the event loop.
+//
+// A delegate's sizeHintChanged(index) makes QAbstractItemView lay out every row again. An item delegate
+// that gives rows in edit more room sends it when an editor opens and when it closes; this view
+// measures only that row again instead (and places the editors), as QTreeView does for a changed row.
 class VORN_MODELQT4_API Qt4GenericTreeView : public QTreeView
 {
     Q_OBJECT
@@ -41,6 +51,10 @@ public:
 
     // Applies spanning and auto-expansion to every row again, and index widgets to the rows in view.
     void applyRowDecorations();
+    void doItemsLayout() override;
+
+private Q_SLOTS:
+    void rowSizeHintChanged(const QModelIndex& index);
     // Places the index widgets of the rows in view now, and releases those of rows out of view.
     void syncIndexWidgets();
 
@@ -61,12 +75,29 @@ private:
     void applyInitialExpansion();
     void releaseIndexWidgets();
     void scheduleIndexWidgetSync();
+    void holdRowsForBurst();
+    void restoreHeldRows();
+    void decorateAllRows();
+    void scheduleDecorations();
+    void applySpanning(const QVector<Qt4AbstractModelNode*>& nodes);
+    QModelIndex viewIndexOf(const QModelIndex& sourceIndex) const;
+    bool isDelegatesSizeHintSignal();
 
     QList<QMetaObject::Connection> m_connections;
     // The cells that hold an index widget of ours.
     QVector<QPersistentModelIndex> m_widgetCells;
+    // During a burst: the rows collapsed for it, as indexes of the framework model (which the burst
+    // does not change), and the scroll position to go back to.
+    QVector<QPersistentModelIndex> m_heldExpanded;
+    int m_heldScroll = -1;
     bool m_changingRows = false;
     bool m_syncScheduled = false;
+    // Spanning and auto-expansion wait for the next layout.
+    bool m_decorationsPending = false;
+    // The delegate whose sizeHintChanged this view answers row by row.
+    QPointer<QAbstractItemDelegate> m_sizeHintDelegate;
+    QMetaObject::Connection m_sizeHintConnection;
+    bool m_relayingSizeHint = false;
 };
 
 } // namespace core

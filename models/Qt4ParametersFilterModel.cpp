@@ -50,19 +50,17 @@ void Qt4ParametersFilterModel::changeVisibility(ParameterEntryVisibility visibil
     applyVisibility(visibility);
 }
 
-// One pass of a level change, as a single layout change. Refiltering row by row would tell the views
-// of every range of rows that comes or goes, and Qt moves all persistent indexes (a view keeps one per
-// expanded row) for each range: on a large expanded tree that grows with the square of its size.
-// Dropping the mapping inside a layout change moves them once; the views then lay out once.
+// One pass of a level change. invalidateFilter() keeps the mapping of every row that stays and tells
+// listeners (views, proxies stacked above) of each run of rows that goes or comes, so they can follow
+// row by row; the layout change after it lets them redo what hangs on rows coming back (spanning, index
+// widgets). Every range moves the persistent indexes of the model once, so views that keep one per
+// expanded row should let go of them while a burst of ranges lasts (Qt4GenericTreeView does).
 void Qt4ParametersFilterModel::applyVisibility(ParameterEntryVisibility visibility)
 {
     d->visibility = visibility;
-    emit layoutAboutToBeChanged();
-    // invalidate() announces a layout change of its own; the one around it stands for both.
-    const bool wasBlocked = blockSignals(true);
-    invalidate();
-    blockSignals(wasBlocked);
-    emit layoutChanged();
+    invalidateFilter();
+    emit layoutAboutToBeChanged(QList<QPersistentModelIndex>(), QAbstractItemModel::NoLayoutChangeHint);
+    emit layoutChanged(QList<QPersistentModelIndex>(), QAbstractItemModel::NoLayoutChangeHint);
 }
 
 ParameterEntryVisibility Qt4ParametersFilterModel::getCurrentVisibility() const

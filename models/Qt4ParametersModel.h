@@ -8,11 +8,11 @@ namespace vorn {
 namespace core {
 
 // The plain two-column model of a parameter tree: column 0 "Feature" (name, icon), column 1 "Value".
-// Rows, indexes and data come from the framework, which asks the row behind each index.
+// Rows, indexes and data come from the framework, which asks the row behind each index. It has no
+// meta-object of its own: metaObject(), qt_metacast() and qt_metacall() are the framework model's, so
+// the model's entries in the virtual table are those of Qt4AbstractModel.
 struct VORN_PARAMETERSQT4_API Qt4ParametersModel : public Qt4GenericModel
 {
-    Q_OBJECT
-
 public:
     // The only way to make a model: binds root (when given) to the new model, which builds its rows.
     static boost::shared_ptr<Qt4ParametersModel> create(boost::shared_ptr<Qt4AbstractModelNode> root);

@@ -11,8 +11,6 @@ namespace core {
 // boxes under a bold "Events" header, opening one level deep.
 class VORN_PARAMETERSQT4_API Qt4StyledBooleanParametersModel : public Qt4GenericModel
 {
-    Q_OBJECT
-
 public:
     static boost::shared_ptr<Qt4StyledBooleanParametersModel>
     create(boost::shared_ptr<Qt4AbstractModelNode> root);

@@ -11,8 +11,6 @@ namespace core {
 // only the top level shown.
 class VORN_PARAMETERSQT4_API Qt4StyledParametersModel : public Qt4GenericModel
 {
-    Q_OBJECT
-
 public:
     static boost::shared_ptr<Qt4StyledParametersModel> create(boost::shared_ptr<Qt4AbstractModelNode> root);
 

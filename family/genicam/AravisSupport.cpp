@@ -115,6 +115,18 @@ std::string AravisQuietScope::lastMessage()
     return t_lastMessage;
 }
 
+std::string reasonOf(const GError* error)
+{
+    std::string message = error && error->message ? error->message : "unknown error";
+    while (!message.empty() && message[0] == '[') {
+        const auto end = message.find("] ");
+        if (end == std::string::npos)
+            break;
+        message.erase(0, end + 2);
+    }
+    return message;
+}
+
 } // namespace genicam
 } // namespace models
 } // namespace core

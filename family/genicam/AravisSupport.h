@@ -7,6 +7,8 @@
 #include <mutex>
 #include <string>
 
+typedef struct _GError GError;
+
 namespace vorn {
 namespace core {
 namespace models {
@@ -34,6 +36,10 @@ public:
     // The last message kept on this thread, empty when none.
     static std::string lastMessage();
 };
+
+// An Aravis error's message without the names of the nodes it went through ("[Width] [WidthReg] ..."):
+// our own messages name the feature already.
+std::string reasonOf(const GError* error);
 
 } // namespace genicam
 } // namespace models

@@ -334,6 +334,8 @@ bool GenicamDescription::load(const char* data, std::size_t size, const std::str
     m_index.clear();
     m_formulas.clear();
     m_usedBy.clear();
+    m_registersByAddress.clear();
+    m_registersAnywhere.clear();
     m_xml.clear();
     if (size > kMaxFileSize) {
         if (error)
@@ -710,63 +712,83 @@ bool GenicamDescription::isRegister(const std::string& tag)
            tag == "Register" || tag == "StructReg" || tag == "StructEntry";
 }
 
-std::vector<bool> GenicamDescription::affectedBy(int index)
+void GenicamDescription::indexDependencies()
 {
     const std::size_t count = m_nodes.size();
-    if (m_usedBy.size() != count) {
-        m_usedBy.assign(count, std::vector<int>());
-        for (std::size_t i = 0; i < count; ++i) {
-            for (int target : m_nodes[i].uses)
-                m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
-            // A node the description says a write to target invalidates changes with it, whether or
-            // not its evaluation passes through target (a device computing one register from another).
-            for (int target : m_nodes[i].invalidators)
-                m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
-            // An enumeration shows its entries' availability: it changes with them.
-            if (m_nodes[i].owner >= 0)
-                m_usedBy[i].push_back(m_nodes[i].owner);
+    m_usedBy.assign(count, std::vector<int>());
+    m_registersByAddress.clear();
+    m_registersAnywhere.clear();
+    m_longestRegister = 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        const Node& node = m_nodes[i];
+        for (int target : node.uses)
+            m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
+        // A node the description says a write to target invalidates changes with it, whether or
+        // not its evaluation passes through target (a device computing one register from another).
+        for (int target : node.invalidators)
+            m_usedBy[static_cast<std::size_t>(target)].push_back(static_cast<int>(i));
+        // An enumeration shows its entries' availability: it changes with them.
+        if (node.owner >= 0)
+            m_usedBy[i].push_back(node.owner);
+        if (!isRegister(node.tag))
+            continue;
+        if (node.address >= 0 && !node.dynamicAddress) {
+            m_registersByAddress.emplace(node.address, static_cast<int>(i));
+            m_longestRegister =
+                std::max<std::int64_t>(m_longestRegister, std::max<std::int64_t>(node.bytes, 1));
+        } else {
+            m_registersAnywhere.push_back(static_cast<int>(i));
         }
     }
-    // What a write changes: the node and the nodes its value goes to (pValue after pValue).
-    std::vector<bool> reached(count, false);
-    std::vector<int> queue;
+    m_marks.assign(count, 0);
+}
+
+std::vector<int> GenicamDescription::affectedBy(int index)
+{
+    if (m_usedBy.size() != m_nodes.size())
+        indexDependencies();
+    std::vector<int> reached;
     auto reach = [&](int n) {
-        if (n >= 0 && !reached[static_cast<std::size_t>(n)]) {
-            reached[static_cast<std::size_t>(n)] = true;
-            queue.push_back(n);
+        if (n >= 0 && !m_marks[static_cast<std::size_t>(n)]) {
+            m_marks[static_cast<std::size_t>(n)] = 1;
+            reached.push_back(n);
         }
     };
+    // What a write changes: the node and the nodes its value goes to (pValue after pValue).
     std::vector<int> written;
-    for (int n = index; n >= 0 && !reached[static_cast<std::size_t>(n)];) {
+    for (int n = index; n >= 0 && !m_marks[static_cast<std::size_t>(n)];) {
         reach(n);
         written.push_back(n);
-        n = m_nodes[static_cast<std::size_t>(n)].value.empty()
-                ? -1
-                : indexOf(m_nodes[static_cast<std::size_t>(n)].value);
+        const std::string& next = m_nodes[static_cast<std::size_t>(n)].value;
+        n = next.empty() ? -1 : indexOf(next);
     }
-    // Registers that may share bytes with a written one: a static range that overlaps, or an address
-    // known only when read (which may be anywhere).
+    // Registers that may share bytes with a written one: a static range that overlaps (found by
+    // address), or an address known only when read, which may be anywhere.
     for (int w : written) {
         const Node& target = m_nodes[static_cast<std::size_t>(w)];
         if (!isRegister(target.tag))
             continue;
-        const bool targetKnown = target.address >= 0 && !target.dynamicAddress;
-        for (std::size_t i = 0; i < count; ++i) {
-            const Node& other = m_nodes[i];
-            if (!isRegister(other.tag) || reached[i])
-                continue;
-            const bool otherKnown = other.address >= 0 && !other.dynamicAddress;
-            const bool overlap = !targetKnown || !otherKnown ||
-                                 (other.address < target.address + std::max<std::int64_t>(target.bytes, 1) &&
-                                  target.address < other.address + std::max<std::int64_t>(other.bytes, 1));
-            if (overlap)
-                reach(static_cast<int>(i));
+        for (int other : m_registersAnywhere)
+            reach(other);
+        if (target.address < 0 || target.dynamicAddress) {
+            for (const auto& entry : m_registersByAddress)
+                reach(entry.second);
+            continue;
+        }
+        const std::int64_t end = target.address + std::max<std::int64_t>(target.bytes, 1);
+        for (auto it = m_registersByAddress.lower_bound(target.address - m_longestRegister + 1);
+             it != m_registersByAddress.end() && it->first < end; ++it) {
+            const Node& other = m_nodes[static_cast<std::size_t>(it->second)];
+            if (other.address + std::max<std::int64_t>(other.bytes, 1) > target.address)
+                reach(it->second);
         }
     }
     // And every node whose evaluation passes through any of them.
-    for (std::size_t q = 0; q < queue.size(); ++q)
-        for (int user : m_usedBy[static_cast<std::size_t>(queue[q])])
+    for (std::size_t q = 0; q < reached.size(); ++q)
+        for (int user : m_usedBy[static_cast<std::size_t>(reached[q])])
             reach(user);
+    for (int n : reached)
+        m_marks[static_cast<std::size_t>(n)] = 0;
     return reached;
 }
 

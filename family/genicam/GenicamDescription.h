@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -29,8 +30,10 @@ namespace genicam {
 class GenicamDescription
 {
 public:
-    // A description file larger than this is refused; no camera's description comes near it.
-    static constexpr std::size_t kMaxFileSize = 64u << 20;
+    // A description file larger than this is refused: the largest cameras' descriptions are a few
+    // megabytes, and the GenICam library needs about 150 bytes of memory per byte of description, so
+    // this keeps an open description within a few hundred megabytes.
+    static constexpr std::size_t kMaxFileSize = 8u << 20;
     // A register longer than this is not read: no camera has one, and the GenICam library would allocate
     // whatever length a description gives.
     static constexpr std::int64_t kMaxRegisterLength = 65536;
@@ -108,10 +111,10 @@ public:
     const Formulas* formulasAt(int index) const;
     // Fills the node's dividingFormulas and lengthNodes (once), and returns it.
     const Node& closureOf(int index);
-    // The nodes whose value a write to the node may change, by index: the node, where its value goes
+    // The nodes whose value a write to the node may change: the node, where its value goes
     // (pValue after pValue), registers that may share bytes with those, and every node whose
     // evaluation passes through any of them.
-    std::vector<bool> affectedBy(int index);
+    std::vector<int> affectedBy(int index);
     static bool isRegister(const std::string& tag);
 
 private:
@@ -123,7 +126,14 @@ private:
     std::vector<std::string> m_names;
     std::unordered_map<std::string, int> m_index;
     std::unordered_map<int, Formulas> m_formulas;
-    std::vector<std::vector<int>> m_usedBy; // the reverse of Node::uses, made on first use
+    // Made on the first affectedBy: the reverse of Node::uses (and pInvalidator, and entries to their
+    // enumeration), the registers by address and those whose address is known only when read.
+    void indexDependencies();
+    std::vector<std::vector<int>> m_usedBy;
+    std::multimap<std::int64_t, int> m_registersByAddress;
+    std::vector<int> m_registersAnywhere;
+    std::int64_t m_longestRegister = 1;
+    std::vector<char> m_marks; // per node, cleared after each use
     std::string m_xml;
     std::string m_vendor;
     std::string m_model;

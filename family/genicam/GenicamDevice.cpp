@@ -62,20 +62,6 @@ std::string latin1(const char* s)
     return out;
 }
 
-// Aravis prefixes messages with the names of the nodes it went through ("[Width] [WidthReg] ...");
-// the feature is named by our own message already.
-std::string reasonOf(const GError* error)
-{
-    std::string message = error && error->message ? error->message : "unknown error";
-    while (!message.empty() && message[0] == '[') {
-        const auto end = message.find("] ");
-        if (end == std::string::npos)
-            break;
-        message.erase(0, end + 2);
-    }
-    return message;
-}
-
 ParameterEntryVisibility visibilityOf(ArvGcVisibility visibility)
 {
     switch (visibility) {
@@ -915,12 +901,24 @@ const std::vector<int>& GenicamDevice::affectedBy(int feature)
     // features stays empty, and everything is read again.
     if (described < 0)
         return features;
-    const std::vector<bool> nodes = m_description.affectedBy(described);
-    for (std::size_t i = 0; i < m_bindings.size(); ++i) {
-        const int node = m_bindings[i].described;
-        if (node < 0 || nodes[static_cast<std::size_t>(node)])
-            features.push_back(static_cast<int>(i));
+    if (m_featureOfNode.empty()) {
+        // Once: which feature shows each node, and the features no node describes (read always).
+        for (std::size_t i = 0; i < m_bindings.size(); ++i) {
+            const int node = m_bindings[i].described;
+            if (node < 0) {
+                m_undescribed.push_back(static_cast<int>(i));
+                continue;
+            }
+            if (static_cast<std::size_t>(node) >= m_featureOfNode.size())
+                m_featureOfNode.resize(static_cast<std::size_t>(node) + 1, -1);
+            m_featureOfNode[static_cast<std::size_t>(node)] = static_cast<int>(i);
+        }
     }
+    for (int node : m_description.affectedBy(described))
+        if (static_cast<std::size_t>(node) < m_featureOfNode.size() &&
+            m_featureOfNode[static_cast<std::size_t>(node)] >= 0)
+            features.push_back(m_featureOfNode[static_cast<std::size_t>(node)]);
+    features.insert(features.end(), m_undescribed.begin(), m_undescribed.end());
     return features;
 }
 

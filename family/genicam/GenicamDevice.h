@@ -153,6 +153,8 @@ private:
     std::vector<Binding> m_bindings;
     std::unordered_map<std::string, int> m_featureByName;
     std::unordered_map<int, std::vector<int>> m_affected; // by affectedBy, made on first write
+    std::vector<int> m_featureOfNode;                     // the feature each described node shows
+    std::vector<int> m_undescribed;                       // features no node of the description names
     std::vector<ParameterState> m_published;
     AccessErrors m_errors; // a device that stopped answering is lost
     bool m_lostPublished = false;

@@ -360,6 +360,39 @@ GenicamParameterTree::RegisterTraffic GenicamParameterTree::registerTraffic() co
     return RegisterTraffic{counted.reads, counted.writes};
 }
 
+void GenicamParameterTree::readRegister(std::uint64_t address, RegisterAnswer done)
+{
+    QObject* receiver = m_impl->receiver.get();
+    m_impl->device->post([receiver, address, done](ArvDevice* device) {
+        guint32 value = 0;
+        GError* e = nullptr;
+        const bool ok = device && arv_device_read_register(device, address, &value, &e) && !e;
+        const std::string error = ok  ? std::string()
+                                  : e ? genicam::reasonOf(e)
+                                      : std::string(genicam::kNoAnswer);
+        g_clear_error(&e);
+        // The receiver outlives the device thread: nothing reaches it once it is gone.
+        QMetaObject::invokeMethod(
+            receiver, [done, ok, value, error] { done(ok, value, error); }, Qt::QueuedConnection);
+    });
+}
+
+void GenicamParameterTree::writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done)
+{
+    QObject* receiver = m_impl->receiver.get();
+    m_impl->device->post([receiver, address, value, done](ArvDevice* device) {
+        GError* e = nullptr;
+        const bool ok = device && arv_device_write_register(device, address, value, &e) && !e;
+        const std::string error = ok  ? std::string()
+                                  : e ? genicam::reasonOf(e)
+                                      : std::string(genicam::kNoAnswer);
+        g_clear_error(&e);
+        QMetaObject::invokeMethod(
+            receiver, [done, ok, value, error] { done(ok, value, error); }, Qt::QueuedConnection);
+    });
+    refresh();
+}
+
 void GenicamParameterTree::refresh()
 {
     m_impl->device->refresh();

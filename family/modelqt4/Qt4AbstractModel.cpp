@@ -107,7 +107,7 @@ void Qt4AbstractModel::buildRows()
     beginResetModel();
     m_root->setupChildren();
     endResetModel();
-    if (auto* generic = qobject_cast<Qt4GenericModel*>(this))
+    if (auto* generic = dynamic_cast<Qt4GenericModel*>(this))
         generic->observeGenericModel();
 }
 

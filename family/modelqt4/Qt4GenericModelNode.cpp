@@ -33,7 +33,7 @@ Qt4GenericModelNode::~Qt4GenericModelNode() = default;
 
 void Qt4GenericModelNode::postInsert()
 {
-    if (auto* generic = qobject_cast<Qt4GenericModel*>(model()))
+    if (auto* generic = dynamic_cast<Qt4GenericModel*>(model()))
         generic->registerRow(this);
 }
 

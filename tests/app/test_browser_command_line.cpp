@@ -327,6 +327,36 @@ TEST(CommandLine, loadingNamesEachValueThatDidNotTakeByLine)
              QStringLiteral("parameter-browser: line 5: Cannot set Unknown to 3: no such feature")}));
 }
 
+TEST(CommandLine, aDeepTreeDumpsWithItsDepthWrittenOutBeyondThirtyTwoLevels)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("deep.xml"));
+    QByteArray xml = "<?xml version=\"1.0\"?>\n<RegisterDescription ModelName=\"Deep\" VendorName=\"Vorn\" "
+                     "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n"
+                     "<Category Name=\"Root\"><pFeature>C0</pFeature></Category>\n";
+    const int depth = 40;
+    for (int i = 0; i < depth; ++i)
+        xml += "<Category Name=\"C" + QByteArray::number(i) + "\"><pFeature>C" + QByteArray::number(i + 1) +
+               "</pFeature></Category>\n";
+    xml += "<Integer Name=\"C" + QByteArray::number(depth) +
+           "\"><Value>7</Value></Integer>\n</RegisterDescription>\n";
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(xml);
+    file.close();
+    const BrowserRun run = runBrowser({QStringLiteral("--xml"), path, QStringLiteral("--dump")});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), depth + 2);
+    // Two spaces a level up to 32 levels, then the level as a number: a deep tree's dump grows with
+    // its rows, not with their square.
+    EXPECT_EQ(lines[33], QString(64, QLatin1Char(' ')) + QStringLiteral("C32"));
+    EXPECT_EQ(lines[34], QString(64, QLatin1Char(' ')) + QStringLiteral("[33] C33"));
+    EXPECT_TRUE(lines.last().startsWith(QString(64, QLatin1Char(' ')) + QStringLiteral("[40] C40")))
+        << lines.last().toStdString();
+    EXPECT_TRUE(lines.last().endsWith(QStringLiteral(" 7")));
+}
+
 TEST(CommandLine, aSaveThatFailsSaysSoAndExitsWithAnError)
 {
     const BrowserRun run =

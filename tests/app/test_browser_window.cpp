@@ -10,6 +10,7 @@
 #include "FeatureModelStack.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
+#include "RegisterDialog.h"
 
 #include "support/ModelDump.h"
 #include "support/Review.h"
@@ -24,6 +25,7 @@
 #include <vorn/models/Qt4StyledParametersModel.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -123,7 +125,7 @@ TEST_F(BrowserWindowTest, firstRunShowsTheStyledModelAtTheBeginnerLevelWithTheLi
     EXPECT_EQ(window->viewMode(), IntegerViewMode::Decimal);
     // The view shows the search filter over the library's filter model over the styled model.
     EXPECT_EQ(shown(), window->models()->view());
-    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
     // (The filter answers level 0 as 1; it filters by the level it was given.)
     EXPECT_FALSE(namesShown(shown()).contains(QStringLiteral("OffsetX")));
     EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));
@@ -160,7 +162,7 @@ TEST_F(BrowserWindowTest, theVisibilityBoxHidesAndShowsLevelsAndIsRemembered)
 TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
 {
     choose("modelBox", QStringLiteral("Plain"));
-    EXPECT_TRUE(qobject_cast<Qt4ParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4ParametersModel*>(window->view()->sourceModel()));
     EXPECT_EQ(shown()->columnCount(), 2);
     // The plain model opens fully expanded, and integers take no view mode there.
     EXPECT_TRUE(window->view()->isExpanded(findRow(shown(), QStringLiteral("Image Format Control"))));
@@ -168,7 +170,7 @@ TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
     EXPECT_EQ(BrowserSettings().modelKind(), ModelKind::Plain);
 
     choose("modelBox", QStringLiteral("Events"));
-    EXPECT_TRUE(qobject_cast<Qt4StyledBooleanParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledBooleanParametersModel*>(window->view()->sourceModel()));
     EXPECT_EQ(shown()->columnCount(), 1);
     EXPECT_EQ(shown()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Events"));
     const QStringList names = namesShown(shown());
@@ -176,7 +178,7 @@ TEST_F(BrowserWindowTest, theModelBoxSwitchesBetweenTheThreeModels)
     EXPECT_FALSE(names.contains(QStringLiteral("Width")));
 
     choose("modelBox", QStringLiteral("Styled"));
-    EXPECT_TRUE(qobject_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
+    EXPECT_TRUE(dynamic_cast<Qt4StyledParametersModel*>(window->view()->sourceModel()));
     EXPECT_TRUE(child<QComboBox>("viewModeBox")->isEnabled());
     // Each model gets a delegate of its own; the visibility level carries over.
     EXPECT_TRUE(dynamic_cast<Qt4ParametersItemDelegate*>(window->view()->itemDelegate()));
@@ -429,6 +431,101 @@ TEST_F(BrowserWindowTest, theLogKeepsWhatHappenedWhen)
             {QStringLiteral("Connected: example device"),
              QStringLiteral("Cannot set Width to 5000: 5000 is above the maximum 4096"),
              QStringLiteral("Saved the feature values to %1").arg(dir.filePath(QStringLiteral("v.txt")))}));
+}
+
+TEST_F(BrowserWindowTest, theRegisterDialogReadsAndWritesTheSimulatedCamera)
+{
+    // Only for experts, and only where there is a device.
+    EXPECT_FALSE(window->openRegisters());
+    choose("visibilityBox", QStringLiteral("Guru"));
+    EXPECT_FALSE(window->openRegisters()) << "the example device has no registers";
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    window->setSource(std::move(camera));
+    settle();
+    RegisterDialog* dialog = window->openRegisters();
+    ASSERT_TRUE(dialog);
+    auto* address = dialog->findChild<QLineEdit*>(QStringLiteral("address"));
+    auto* value = dialog->findChild<QLineEdit*>(QStringLiteral("value"));
+    ASSERT_TRUE(address && value);
+    auto answered = [dialog] {
+        return QTest::qWaitFor([dialog] { return !dialog->status().endsWith(QStringLiteral("...")); }, 5000);
+    };
+    // Width lives at 0x100: what the register holds is what the tree shows.
+    address->setText(QStringLiteral("0x100"));
+    dialog->read();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Read 0x100"));
+    EXPECT_EQ(dialog->valueText(), QStringLiteral("0x00000200"));
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("512"));
+    // A write reaches the register, and the tree reads it again.
+    value->setText(QStringLiteral("256"));
+    dialog->write();
+    ASSERT_TRUE(answered());
+    EXPECT_EQ(dialog->status(), QStringLiteral("Wrote 0x100"));
+    ASSERT_TRUE(window->source()->waitIdle());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("256"));
+    // What is not an address or a 32-bit value is said at once.
+    address->setText(QStringLiteral("somewhere"));
+    dialog->read();
+    EXPECT_EQ(dialog->status(),
+              QStringLiteral("\"somewhere\" is not an address (write it in decimal or as 0x...)"));
+    // Back below Guru, the dialog goes.
+    choose("visibilityBox", QStringLiteral("Beginner"));
+    settle();
+    EXPECT_FALSE(window->registers());
+}
+
+TEST_F(BrowserWindowTest, undoWritesBackThePreviousValuesOneChangeAtATime)
+{
+    EXPECT_FALSE(window->undoLastChange()) << "nothing changed yet";
+    ASSERT_TRUE(
+        FeatureWriter(*window->source())
+            .apply({FeatureAssignment{"Width", -1, "1024", 0}, FeatureAssignment{"Width", -1, "640", 0},
+                    FeatureAssignment{"PixelFormat", -1, "RGB8", 0}})
+            .empty());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("640 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Pixel Format"), QStringLiteral("Mono8"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1024 px"));
+    EXPECT_TRUE(window->undoLastChange());
+    settle();
+    EXPECT_EQ(valueShown("Width"), QStringLiteral("1280 px"));
+    EXPECT_FALSE(window->undoLastChange()) << "an undo is no change of its own";
+    const QStringList lines = window->logLines();
+    ASSERT_GE(lines.size(), 3);
+    EXPECT_TRUE(lines.last().endsWith(QStringLiteral("Undo Width: 1024 back to 1280")))
+        << lines.last().toStdString();
+}
+
+TEST_F(BrowserWindowTest, aNewWindowShowsASecondDeviceBesideTheFirst)
+{
+    auto* action = window->findChild<QAction*>(QStringLiteral("newWindowAction"));
+    ASSERT_TRUE(action);
+    action->trigger();
+    BrowserWindow* second = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* candidate = qobject_cast<BrowserWindow*>(widget); candidate && candidate != window.get())
+            second = candidate;
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Nothing open"));
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    second->setSource(std::move(camera));
+    settle();
+    // Each window its own device, side by side.
+    EXPECT_EQ(second->windowTitle(), QStringLiteral("simulated camera - Parameter Browser"));
+    EXPECT_EQ(window->deviceStateText(), QStringLiteral("Connected: example device"));
+    EXPECT_EQ(second->deviceStateText(), QStringLiteral("Connected: simulated camera"));
+    second->close();
+    settle();
 }
 
 TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)

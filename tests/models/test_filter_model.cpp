@@ -3,6 +3,7 @@
 
 #include "example/ExampleTree.h"
 #include <vorn/delegate/CenteredCommandButton.h>
+#include <vorn/delegate/Qt4ParametersItemDelegate.h>
 #include <vorn/host/Qt4GenericTreeView.h>
 #include <vorn/models/Qt4ParametersFilterModel.h>
 #include <vorn/models/Qt4ParametersModel.h>
@@ -13,8 +14,12 @@
 #include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QSortFilterProxyModel>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +81,144 @@ TEST_F(FilterModelTest, levelTwoShowsGuruRowsAfterTwoLayoutChanges)
     EXPECT_EQ(rows(),
               (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  Guru | 0", "  NotAvailable | 0",
                            "GuruCat | ", "  BeginnerInGuru | 0", "Emptied | ", "  OnlyGuru | 0"}));
+}
+
+// Every structural signal of a model, as "signal parent first..last", in the order they came. A parent
+// is named by its column-0 text ("root" for the invisible root); layout signals name their parents and
+// hint.
+class SignalRecorder : public QObject
+{
+public:
+    explicit SignalRecorder(QAbstractItemModel* model) : m_model(model)
+    {
+        auto range = [this](const char* what) {
+            return [this, what](const QModelIndex& parent, int first, int last) {
+                m_log << QStringLiteral("%1 %2 %3..%4")
+                             .arg(QLatin1String(what), name(parent))
+                             .arg(first)
+                             .arg(last);
+            };
+        };
+        connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, range("aboutToRemove"));
+        connect(model, &QAbstractItemModel::rowsRemoved, this, range("removed"));
+        connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, range("aboutToInsert"));
+        connect(model, &QAbstractItemModel::rowsInserted, this, range("inserted"));
+        auto layout = [this](const char* what) {
+            return [this, what](const QList<QPersistentModelIndex>& parents,
+                                QAbstractItemModel::LayoutChangeHint hint) {
+                m_log << QStringLiteral("%1 parents=%2 hint=%3")
+                             .arg(QLatin1String(what))
+                             .arg(parents.size())
+                             .arg(hint);
+            };
+        };
+        connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, layout("layoutAboutToBeChanged"));
+        connect(model, &QAbstractItemModel::layoutChanged, this, layout("layoutChanged"));
+        connect(model, &QAbstractItemModel::modelAboutToBeReset, this,
+                [this] { m_log << "modelAboutToBeReset"; });
+        connect(model, &QAbstractItemModel::modelReset, this, [this] { m_log << "modelReset"; });
+        connect(model, &QAbstractItemModel::rowsAboutToBeMoved, this,
+                [this] { m_log << "rowsAboutToBeMoved"; });
+    }
+
+    QStringList take()
+    {
+        const QStringList log = m_log;
+        m_log.clear();
+        return log;
+    }
+
+private:
+    QString name(const QModelIndex& parent) const
+    {
+        return parent.isValid() ? parent.data().toString() : QStringLiteral("root");
+    }
+
+    QAbstractItemModel* m_model;
+    QStringList m_log;
+};
+
+const QString layoutPair[] = {QStringLiteral("layoutAboutToBeChanged parents=0 hint=0"),
+                              QStringLiteral("layoutChanged parents=0 hint=0")};
+
+TEST_F(FilterModelTest, levelChangeRefiltersWithRowSignalsThenChangesTheLayoutOncePerPass)
+{
+    build();
+    QAbstractItemModelTester sourceTester(filter->sourceModel(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QAbstractItemModelTester tester(filter.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    // A proxy stacked above must see every row come and go as well.
+    QSortFilterProxyModel above;
+    above.setSourceModel(filter.get());
+    QAbstractItemModelTester aboveTester(&above, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    ASSERT_EQ(rows(),
+              (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  NotAvailable | 0", "Emptied | "}));
+    SignalRecorder recorder(filter.get());
+    SignalRecorder aboveRecorder(&above);
+
+    filter->changeVisibility(pevGuru);
+    // Pass 1 at level 4 lets every row in again (Guru and Invisible come in as one run), then pass 2
+    // at level 2 takes Invisible out.
+    const QStringList expected{"aboutToInsert root 1..1",
+                               "inserted root 1..1",
+                               "aboutToInsert Cat 2..3",
+                               "inserted Cat 2..3",
+                               "aboutToInsert Emptied 0..0",
+                               "inserted Emptied 0..0",
+                               layoutPair[0],
+                               layoutPair[1],
+                               "aboutToRemove Cat 3..3",
+                               "removed Cat 3..3",
+                               layoutPair[0],
+                               layoutPair[1]};
+    EXPECT_EQ(recorder.take(), expected);
+    EXPECT_EQ(rows(),
+              (QStringList{"Cat | ", "  Beginner | 0", "  Expert | 0", "  Guru | 0", "  NotAvailable | 0",
+                           "GuruCat | ", "  BeginnerInGuru | 0", "Emptied | ", "  OnlyGuru | 0"}));
+    const QStringList seenAbove = aboveRecorder.take();
+    EXPECT_EQ(seenAbove.filter(QStringLiteral("inserted ")),
+              (QStringList{"inserted root 1..1", "inserted Cat 2..3", "inserted Emptied 0..0"}));
+    EXPECT_EQ(seenAbove.filter(QStringLiteral("removed ")), (QStringList{"removed Cat 3..3"}));
+    EXPECT_EQ(dumpRows(&above), rows());
+
+    // Down to level 0: pass 1 brings Invisible back, pass 2 takes out every row above level 0. Rows
+    // that go out next to each other go as one range, the last run first.
+    filter->changeVisibility(pevBeginner);
+    EXPECT_EQ(recorder.take(),
+              (QStringList{"aboutToInsert Cat 3..3", "inserted Cat 3..3", layoutPair[0], layoutPair[1],
+                           "aboutToRemove root 1..1", "removed root 1..1", "aboutToRemove Cat 1..3",
+                           "removed Cat 1..3", "aboutToRemove Emptied 0..0", "removed Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(rows(), (QStringList{"Cat | ", "  Beginner | 0", "  NotAvailable | 0", "Emptied | "}));
+    EXPECT_EQ(dumpRows(&above), rows());
+
+    // The same level again: pass 1 lets everything in, pass 2 takes the same rows out.
+    filter->changeVisibility(pevBeginner);
+    const QStringList again = recorder.take();
+    EXPECT_EQ(again.mid(0, 8),
+              (QStringList{"aboutToInsert root 1..1", "inserted root 1..1", "aboutToInsert Cat 1..3",
+                           "inserted Cat 1..3", "aboutToInsert Emptied 0..0", "inserted Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(again.mid(8),
+              (QStringList{"aboutToRemove root 1..1", "removed root 1..1", "aboutToRemove Cat 1..3",
+                           "removed Cat 1..3", "aboutToRemove Emptied 0..0", "removed Emptied 0..0",
+                           layoutPair[0], layoutPair[1]}));
+    EXPECT_EQ(rows(), (QStringList{"Cat | ", "  Beginner | 0", "  NotAvailable | 0", "Emptied | "}));
+}
+
+TEST_F(FilterModelTest, levelChangeKeepsRowsThatStayAndTheirPersistentIndexes)
+{
+    build();
+    QAbstractItemModelTester tester(filter.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QPersistentModelIndex notAvailable(requireRow(filter.get(), "NotAvailable"));
+    const QPersistentModelIndex emptied(requireRow(filter.get(), "Emptied"));
+    filter->changeVisibility(pevAll);
+    EXPECT_EQ(notAvailable.data().toString(), QStringLiteral("NotAvailable"));
+    EXPECT_EQ(notAvailable.row(), 4) << "Guru and Invisible came in above it";
+    EXPECT_EQ(emptied.row(), 2) << "GuruCat came in above it";
+    filter->changeVisibility(pevBeginner);
+    EXPECT_EQ(notAvailable.row(), 1);
+    EXPECT_EQ(emptied.row(), 1);
 }
 
 TEST_F(FilterModelTest, internalAndNotImplementedRowsStayHiddenAtEveryLevel)
@@ -146,6 +289,16 @@ TEST(FilterModelSortTest, sortsByCustomKeysOnlyAndKeepsRowsWithoutKeysInPlace)
     EXPECT_FALSE(lessThan(QModelIndex(), filter->mapToSource(two)));
 }
 
+TEST(FilterModelMetaObjectTest, isTheProxyModelsOwn)
+{
+    auto tree = InMemoryParameterTree::create();
+    auto filter = Qt4ParametersFilterModel::create(plainModel(tree), nullptr);
+    EXPECT_STREQ(filter->metaObject()->className(), "QSortFilterProxyModel");
+    EXPECT_EQ(filter->metaObject(), &QSortFilterProxyModel::staticMetaObject);
+    EXPECT_TRUE(filter->inherits("QSortFilterProxyModel"));
+    EXPECT_EQ(filter->qt_metacast("vorn::core::Qt4ParametersFilterModel"), nullptr);
+}
+
 TEST(FilterModelLifetimeTest, keepsItsSourceModelAlive)
 {
     auto tree = InMemoryParameterTree::create();
@@ -213,8 +366,15 @@ TEST(FilterModelViewTest, levelChangesKeepExpansionButtonsAndSpanningOnRowsThatS
         return index.isValid() && view.isFirstColumnSpanned(index.row(), index.parent());
     };
 
+    // Spanning and index widgets come back with the layout after a level change, and the widgets on
+    // the turn of the event loop after it.
+    auto settle = [] {
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    };
     filter->changeVisibility(pevAll);
     view.expandAll();
+    settle();
     ASSERT_TRUE(buttonOf("Acquisition Start"));
     ASSERT_TRUE(buttonOf("Device Reset"));
     EXPECT_TRUE(spanned("Counters"));
@@ -222,6 +382,7 @@ TEST(FilterModelViewTest, levelChangesKeepExpansionButtonsAndSpanningOnRowsThatS
     // The user collapses one category; the level change must not open it again.
     view.collapse(findRow(filter.get(), "Image Format Control"));
     filter->changeVisibility(pevBeginner);
+    settle();
     EXPECT_FALSE(findRow(filter.get(), "Device Reset").isValid()) << "a guru command";
     EXPECT_FALSE(findRow(filter.get(), "Counters").isValid());
     EXPECT_TRUE(view.isExpanded(findRow(filter.get(), "Acquisition Control")));
@@ -232,6 +393,7 @@ TEST(FilterModelViewTest, levelChangesKeepExpansionButtonsAndSpanningOnRowsThatS
     EXPECT_TRUE(spanned("Acquisition Control"));
 
     filter->changeVisibility(pevAll);
+    settle();
     EXPECT_TRUE(spanned("Counters")) << "spanning comes back with the row";
     QPushButton* reset = buttonOf("Device Reset");
     ASSERT_TRUE(reset) << "the button comes back with the row";
@@ -246,4 +408,137 @@ TEST(FilterModelViewTest, levelChangesKeepExpansionButtonsAndSpanningOnRowsThatS
         EXPECT_TRUE(view.indexWidget(index.sibling(index.row(), 1))) << name;
         EXPECT_FALSE(view.indexWidget(index)) << name;
     }
+}
+
+namespace {
+
+// Counts the view's layouts (calls of doItemsLayout) and the geometry updates that every layout of all
+// rows ends with.
+class CountingTreeView : public Qt4GenericTreeView
+{
+public:
+    int layouts = 0;
+    int geometryUpdates = 0;
+    void doItemsLayout() override
+    {
+        ++layouts;
+        Qt4GenericTreeView::doItemsLayout();
+    }
+
+protected:
+    void updateGeometries() override
+    {
+        ++geometryUpdates;
+        Qt4GenericTreeView::updateGeometries();
+    }
+};
+
+} // namespace
+
+// A level change on an expanded view is one burst of ranges per pass. The view takes it in one layout,
+// keeps the expansion of every row that stays without telling anyone it was collapsed meanwhile, and
+// keeps its scroll position. (No commands here: placing an index widget costs QTreeView a layout more.)
+TEST(FilterModelViewTest, levelChangeCostsTheViewOneLayoutAndKeepsExpansionAndScrollPosition)
+{
+    auto tree = InMemoryParameterTree::create();
+    for (int c = 0; c < 30; ++c) {
+        auto category = tree->category(tree->root(), "Category" + std::to_string(c))
+                            .visibility(static_cast<ParameterEntryVisibility>(c % 3))
+                            .node();
+        for (int i = 0; i < 20; ++i) // hidden rows interleaved
+            tree->integer(category, "Feature" + std::to_string(c * 20 + i))
+                .visibility(static_cast<ParameterEntryVisibility>(i % 4));
+    }
+    auto source = plainModel(tree);
+    auto filter = Qt4ParametersFilterModel::create(source, nullptr);
+    QAbstractItemModelTester tester(filter.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    CountingTreeView view;
+    view.setModel(filter.get());
+    view.resize(400, 300);
+    view.show();
+    auto settle = [] {
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    };
+    filter->changeVisibility(pevAll);
+    view.expandAll();
+    settle();
+    // Collapse one category that stays at level 2, and scroll half way down.
+    const QModelIndex folded = requireRow(filter.get(), "Category2");
+    view.collapse(folded);
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum() / 2);
+    settle();
+    const int scrolled = view.verticalScrollBar()->value();
+    QSignalSpy collapsed(&view, &QTreeView::collapsed);
+    QSignalSpy expanded(&view, &QTreeView::expanded);
+    QSignalSpy removed(filter.get(), &QAbstractItemModel::rowsRemoved);
+    view.layouts = 0;
+
+    filter->changeVisibility(pevGuru);
+    EXPECT_TRUE(view.isExpanded(requireRow(filter.get(), "Category0")))
+        << "expanded again when the call returns";
+    settle();
+    EXPECT_EQ(view.layouts, 1);
+    EXPECT_GT(removed.count(), 1) << "the filter sent its ranges";
+    EXPECT_EQ(collapsed.count(), 0);
+    EXPECT_EQ(expanded.count(), 0);
+    EXPECT_EQ(view.verticalScrollBar()->value(), scrolled);
+    QStringList open;
+    for (int row = 0; row < filter->rowCount(); ++row)
+        if (view.isExpanded(filter->index(row, 0)))
+            open << filter->index(row, 0).data().toString();
+    // Every category passes at level 2 (their levels are 0 to 2); the folded one stays folded.
+    EXPECT_EQ(open,
+              (QStringList{"Category0",  "Category1",  "Category3",  "Category4",  "Category5",  "Category6",
+                           "Category7",  "Category8",  "Category9",  "Category10", "Category11", "Category12",
+                           "Category13", "Category14", "Category15", "Category16", "Category17", "Category18",
+                           "Category19", "Category20", "Category21", "Category22", "Category23", "Category24",
+                           "Category25", "Category26", "Category27", "Category28", "Category29"}));
+    for (int row = 0; row < filter->rowCount(); ++row)
+        EXPECT_TRUE(view.isFirstColumnSpanned(row, QModelIndex())) << row;
+}
+
+// The delegate gives a row in edit 20 pixels and tells the view through sizeHintChanged; the view
+// measures that row again and moves the rows below it, without laying out the whole tree.
+TEST(FilterModelViewTest, anOpenEditorGrowsItsRowWithoutALayoutOfTheTree)
+{
+    auto tree = InMemoryParameterTree::create();
+    auto category = tree->category(tree->root(), "Cat").node();
+    for (int i = 0; i < 10; ++i)
+        tree->integer(category, "Feature" + std::to_string(i)).value(i).range(0, 100);
+    auto filter = Qt4ParametersFilterModel::create(plainModel(tree), nullptr);
+    auto delegate = Qt4ParametersItemDelegate::create();
+    CountingTreeView view;
+    view.setItemDelegate(delegate.get());
+    view.setModel(filter.get());
+    view.resize(400, 300);
+    view.show();
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    const QModelIndex cell = requireRow(filter.get(), "Feature3", 1);
+    const QModelIndex below = requireRow(filter.get(), "Feature4", 1);
+    const int height = view.visualRect(cell).height();
+    const int belowTop = view.visualRect(below).top();
+    ASSERT_EQ(height, 14);
+    view.geometryUpdates = 0;
+
+    view.edit(cell);
+    QWidget* editor = view.indexWidget(cell);
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(view.visualRect(cell).height(), 20);
+    EXPECT_EQ(view.visualRect(cell.sibling(cell.row(), 0)).height(), 20);
+    EXPECT_EQ(view.visualRect(below).top(), belowTop + 6);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(editor->geometry(), view.visualRect(cell)) << "the editor fills the taller cell";
+    EXPECT_EQ(view.geometryUpdates, 0) << "no layout of all rows";
+
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(editor, &escape);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(view.indexWidget(cell));
+    EXPECT_EQ(view.visualRect(cell).height(), 14);
+    EXPECT_EQ(view.visualRect(below).top(), belowTop);
+    EXPECT_EQ(view.geometryUpdates, 0);
 }

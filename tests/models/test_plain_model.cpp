@@ -12,6 +12,10 @@
 #include <vorn/models/Qt4ParametersModelNode.h>
 #include <vorn/models/Qt4ParametersStringNode.h>
 #include <vorn/models/Qt4ParametersUInt64Node.h>
+#include <vorn/models/Qt4StyledBooleanParametersModel.h>
+#include <vorn/models/Qt4StyledBooleanParametersModelNode.h>
+#include <vorn/models/Qt4StyledParametersModel.h>
+#include <vorn/models/Qt4StyledParametersModelNode.h>
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -451,6 +455,46 @@ TEST_F(PlainModelTest, rowsBeforePostInsertAnswerNoCachedRoles)
 }
 
 // --- whole trees ---------------------------------------------------------------------------------------
+
+// The three models declare no meta-object of their own: metaObject(), qt_metacast() and qt_metacall()
+// are the framework model's, and so is every signal they have.
+TEST(ModelMetaObjectTest, everyModelUsesTheFrameworkModelsMetaObject)
+{
+    auto tree = vorn::example::buildExampleTree(0);
+    const std::vector<boost::shared_ptr<Qt4GenericModel>> models{
+        plainModel(tree),
+        Qt4StyledParametersModel::create(
+            Qt4StyledParametersModelNode::create(tree->model(), tree->root(), boost::any())),
+        Qt4StyledBooleanParametersModel::create(
+            Qt4StyledBooleanParametersModelNode::create(tree->model(), tree->root(), boost::any()))};
+    for (const auto& model : models) {
+        EXPECT_STREQ(model->metaObject()->className(), "vorn::core::Qt4AbstractModel");
+        EXPECT_EQ(model->metaObject(), &Qt4AbstractModel::staticMetaObject);
+        EXPECT_EQ(model->metaObject()->superClass(), &QAbstractItemModel::staticMetaObject);
+        EXPECT_EQ(model->qt_metacast("vorn::core::Qt4AbstractModel"), static_cast<void*>(model.get()))
+            << "qt_metacast knows the framework model";
+        EXPECT_EQ(model->qt_metacast("vorn::core::Qt4ParametersModel"), nullptr);
+        EXPECT_EQ(model->qt_metacast("vorn::core::Qt4GenericModel"), nullptr);
+        EXPECT_EQ(model->metaObject()->indexOfSignal("errorReported(QString)"),
+                  Qt4AbstractModel::staticMetaObject.indexOfSignal("errorReported(QString)"));
+        EXPECT_GE(model->metaObject()->indexOfSignal("errorReported(QString)"), 0);
+    }
+    EXPECT_EQ(&Qt4ParametersModel::staticMetaObject, &Qt4AbstractModel::staticMetaObject);
+    EXPECT_EQ(&Qt4StyledParametersModel::staticMetaObject, &Qt4AbstractModel::staticMetaObject);
+    EXPECT_EQ(&Qt4StyledBooleanParametersModel::staticMetaObject, &Qt4AbstractModel::staticMetaObject);
+}
+
+TEST(ModelMetaObjectTest, errorsOfTheTreeStillReachListeners)
+{
+    auto tree = InMemoryParameterTree::create();
+    auto width = tree->integer(tree->root(), "Width").value(640).range(16, 4096).node();
+    auto model = plainModel(tree);
+    QStringList errors;
+    QObject::connect(model.get(), &Qt4ParametersModel::errorReported,
+                     [&](const QString& message) { errors << message; });
+    tree->model()->notifyError(width, "Cannot set Width to 5000: 5000 is above the maximum 4096");
+    EXPECT_EQ(errors, (QStringList{"Cannot set Width to 5000: 5000 is above the maximum 4096"}));
+}
 
 TEST(PlainModelTreeTest, exampleTreeShowsEveryKind)
 {
