@@ -43,6 +43,10 @@ struct logging_dispatcher_descriptor_t
     void (*detach_clients)(void);
 };
 
+// What the dispatcher module exports, and all it exports. Clients look it up by this name when they
+// load the module; none links against it.
+extern const struct logging_dispatcher_descriptor_t logging_dispatcher_descriptor;
+
 #ifdef __cplusplus
 }
 #endif

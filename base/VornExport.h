@@ -4,12 +4,17 @@
 // while it is being built (VORN_<LIBRARY>_BUILD) and imports them otherwise. The libraries are built
 // with hidden visibility, so that only what carries one of these macros is part of a library's
 // interface, on every platform alike.
+// VORN_DECL_HIDDEN keeps a class nested in an exported one (a private implementation) out of the
+// interface: it would otherwise take the enclosing class's visibility. A DLL exports only what is
+// marked, so on Windows there is nothing to keep out.
 #if defined(_WIN32)
 #define VORN_DECL_EXPORT __declspec(dllexport)
 #define VORN_DECL_IMPORT __declspec(dllimport)
+#define VORN_DECL_HIDDEN
 #else
 #define VORN_DECL_EXPORT __attribute__((visibility("default")))
 #define VORN_DECL_IMPORT __attribute__((visibility("default")))
+#define VORN_DECL_HIDDEN __attribute__((visibility("hidden")))
 #endif
 
 // The core library: generic model nodes and the host application's settings.

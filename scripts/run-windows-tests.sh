@@ -1,15 +1,21 @@
 #!/usr/bin/env bash
 # The library frame on Windows: cross-compiles the Qt-free frame (entry points, locks, logging, the
-# logging dispatcher) and its tests with MinGW-w64 into build-windows/, then runs them under Wine from
-# CTest, headless, in a private Wine prefix. Installs what is missing.
+# logging dispatcher) and the Qt-free family libraries (core, parameters) as DLLs, with their tests,
+# with MinGW-w64 into build-windows/, then runs them under Wine from CTest, headless, in a private Wine
+# prefix. Installs what is missing.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
-vorn_install_packages cmake googletest mingw-w64 g++-mingw-w64-x86-64-posix wine wine64
+vorn_install_packages cmake googletest libboost-dev mingw-w64 g++-mingw-w64-x86-64-posix wine wine64
 
 WIN_BUILD_DIR="${WIN_BUILD_DIR:-$ROOT/build-windows}"
+# Boost is header-only for us: the host's headers serve, alone on the path (not the host's other
+# headers). With them the Qt-free family libraries are built whole, as DLLs, and their tests link them.
+mkdir -p "$WIN_BUILD_DIR/boost-include"
+ln -sfn /usr/include/boost "$WIN_BUILD_DIR/boost-include/boost"
 cmake -S "$ROOT" -B "$WIN_BUILD_DIR" \
   -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/toolchains/mingw-w64-x86_64-posix.cmake" \
-  -DCMAKE_BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}" -DVORN_FRAME_ONLY=ON -DVORN_BUILD_TESTS=ON >/dev/null
+  -DCMAKE_BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}" -DVORN_FRAME_ONLY=ON -DVORN_BUILD_TESTS=ON \
+  -DVORN_BOOST_INCLUDE_DIR="$WIN_BUILD_DIR/boost-include" >/dev/null
 cmake --build "$WIN_BUILD_DIR" -j "$(nproc)"
 
 # Wine: own prefix, no display, no prompts for Mono or Gecko, quiet.

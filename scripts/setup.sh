@@ -5,14 +5,22 @@ set -euo pipefail
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 BUILD_DIR="${BUILD_DIR:-$ROOT/build}"
 
-VORN_PACKAGES=(build-essential cmake pkg-config qtbase5-dev qtbase5-dev-tools libboost-dev
-  googletest libgtest-dev libaravis-dev libusb-1.0-0-dev aravis-tools aravis-tools-cli
-  xvfb xauth fonts-dejavu-core)
+# What the libraries and the browser need (run-browser.sh installs only these), then what the tests
+# add: GoogleTest, Aravis's simulated network camera and its command line tool, and Python for the
+# checks of what is installed.
+VORN_BROWSER_PACKAGES=(build-essential cmake pkg-config qtbase5-dev qtbase5-dev-tools libboost-dev
+  libaravis-dev libusb-1.0-0-dev fonts-dejavu-core)
+VORN_PACKAGES=("${VORN_BROWSER_PACKAGES[@]}" googletest libgtest-dev aravis-tools aravis-tools-cli
+  xvfb xauth python3)
 
+# vorn_install_packages PACKAGE...: installs those not installed yet. One dpkg query answers for all of
+# them; the package lists are updated only when something is missing.
 vorn_install_packages() {
   local missing=()
+  local installed
+  installed=$(dpkg-query -W -f='${Package} ${db:Status-Abbrev}\n' "$@" 2>/dev/null | awk '$2 == "ii" { print $1 }') || true
   for p in "$@"; do
-    dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
+    grep -qxF "$p" <<<"$installed" || missing+=("$p")
   done
   [ ${#missing[@]} -eq 0 ] && return 0
   local sudo=""

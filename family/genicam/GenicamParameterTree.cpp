@@ -34,7 +34,7 @@ const int kWatchdogPeriodMs = 100;
 
 } // namespace
 
-class GenicamParameterTree::Impl
+class VORN_DECL_HIDDEN GenicamParameterTree::Impl
 {
 public:
     // The root's callback: hands each write to the device thread and returns at once.

@@ -3,15 +3,37 @@
 #include <vorn/host/MovaniApplication.h>
 #include <vorn/host/VornCore.h>
 
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <random>
 
 using namespace vorn::core;
 
 namespace {
+
+// A folder of the test's own for its files, removed with them. Plain C++: the core library is Qt-free,
+// and its tests also run against its Windows DLL.
+class ScratchFolder
+{
+public:
+    ScratchFolder()
+    {
+        std::random_device random;
+        m_path = std::filesystem::temp_directory_path() / ("vorn-core-test-" + std::to_string(random()));
+        std::filesystem::create_directories(m_path);
+    }
+    ~ScratchFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    std::string filePath(const char* name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
 
 class NamedNode : public GenericModelNode
 {
@@ -169,8 +191,8 @@ TEST(MovaniApplicationTest, configIntEntryFallsBackToTheDefault)
 
 TEST(MovaniApplicationTest, configPersistsThroughAFile)
 {
-    QTemporaryDir dir;
-    const std::string path = dir.filePath("settings.ini").toStdString();
+    const ScratchFolder dir;
+    const std::string path = dir.filePath("settings.ini");
     MovaniApplication::clearConfig();
     MovaniApplication::setConfigIntEntry("a.b", -9223372036854775807ll - 1);
     MovaniApplication::setConfigIntEntry("gui.preferences.gui.params.integer.viewmode", 1);
@@ -184,8 +206,8 @@ TEST(MovaniApplicationTest, configPersistsThroughAFile)
 
 TEST(MovaniApplicationTest, badConfigFileNamesTheLineAndChangesNothing)
 {
-    QTemporaryDir dir;
-    const std::string path = dir.filePath("bad.ini").toStdString();
+    const ScratchFolder dir;
+    const std::string path = dir.filePath("bad.ini");
     {
         std::ofstream out(path);
         out << "good=1\n# comment\nbroken = twelve\n";
@@ -196,6 +218,6 @@ TEST(MovaniApplicationTest, badConfigFileNamesTheLineAndChangesNothing)
     EXPECT_EQ(error, path + ":3: expected key=integer, found \"broken = twelve\"");
     EXPECT_EQ(MovaniApplication::getConfigIntEntry("good", -1), -1);
 
-    EXPECT_FALSE(MovaniApplication::loadConfig(dir.filePath("missing.ini").toStdString(), &error));
+    EXPECT_FALSE(MovaniApplication::loadConfig(dir.filePath("missing.ini"), &error));
     EXPECT_EQ(error.rfind("cannot open ", 0), 0u) << error;
 }
