@@ -4,6 +4,7 @@
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
+#include <zip.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -186,44 +187,84 @@ bool isZip(const std::string& data)
     return data.size() >= 4 && data.compare(0, 4, "PK\x03\x04", 4) == 0;
 }
 
-// The description inside a zip file: its one .xml file.
+// Why libzip could not take a zip file apart, in the words of the message the user gets.
+std::string zipProblem(zip_error_t* error)
+{
+    switch (zip_error_code_zip(error)) {
+    case ZIP_ER_NOZIP:
+        return "not a zip archive";
+    case ZIP_ER_INCONS:
+        return "its table of contents contradicts its content";
+    case ZIP_ER_CRC:
+        return "its content does not match its checksum";
+    case ZIP_ER_COMPNOTSUPP:
+        return "packed with a compression method that is not supported";
+    case ZIP_ER_ENCRNOTSUPP:
+    case ZIP_ER_NOPASSWD:
+    case ZIP_ER_WRONGPASSWD:
+        return "encrypted";
+    default:
+        return zip_error_strerror(error);
+    }
+}
+
+// The description inside a zip file: its first .xml file. A zip file is input from outside like the
+// description itself, so it is taken apart by libzip, which checks every offset and size the archive
+// states, and the unpacked size is capped as it is read: the size the archive announces may lie.
 bool unzip(std::string* data, std::string* reason)
 {
-    ArvZip* zip = arv_zip_new(data->data(), data->size());
-    if (!zip) {
-        *reason = "a zip file that cannot be read";
+    zip_error_t error;
+    zip_error_init(&error);
+    zip_source_t* source = zip_source_buffer_create(data->data(), data->size(), 0, &error);
+    zip_t* archive = source ? zip_open_from_source(source, ZIP_RDONLY, &error) : nullptr;
+    if (!archive) {
+        *reason = "a zip file that cannot be read: " + zipProblem(&error);
+        if (source)
+            zip_source_free(source);
+        zip_error_fini(&error);
         return false;
     }
-    const char* found = nullptr;
-    std::size_t expected = 0;
-    for (const GSList* it = arv_zip_get_file_list(zip); it; it = it->next) {
-        auto* file = static_cast<ArvZipFile*>(it->data);
-        const char* name = arv_zip_file_get_name(file);
-        const std::size_t length = name ? std::strlen(name) : 0;
-        if (length > 4 && g_ascii_strcasecmp(name + length - 4, ".xml") == 0) {
-            found = name;
-            expected = arv_zip_file_get_uncompressed_size(file);
-            break;
+    zip_error_fini(&error);
+    const zip_int64_t count = zip_get_num_entries(archive, 0);
+    zip_int64_t found = -1;
+    std::string name;
+    for (zip_int64_t i = 0; i < count && found < 0; ++i) {
+        const char* entry = zip_get_name(archive, static_cast<zip_uint64_t>(i), 0);
+        const std::size_t length = entry ? std::strlen(entry) : 0;
+        if (length > 4 && g_ascii_strcasecmp(entry + length - 4, ".xml") == 0) {
+            found = i;
+            name = entry;
         }
     }
     bool ok = false;
-    if (!found) {
+    // The archive reads from *data until it is discarded, so the unpacked text waits here.
+    std::string content;
+    if (found < 0) {
         *reason = "a zip file without a description (.xml) in it";
-    } else if (expected > GenicamDescription::kMaxFileSize) {
-        *reason = "a zip file whose description would be " + sizeText(expected) + "; descriptions above " +
-                  sizeText(GenicamDescription::kMaxFileSize) + " are refused";
-    } else {
-        std::size_t size = 0;
-        void* content = arv_zip_get_file(zip, found, &size);
-        if (!content || size == 0 || size > GenicamDescription::kMaxFileSize) {
-            *reason = std::string("a zip file whose ") + found + " cannot be unpacked";
+    } else if (zip_file_t* file = zip_fopen_index(archive, static_cast<zip_uint64_t>(found), 0)) {
+        char buffer[65536];
+        zip_int64_t n = 0;
+        while (content.size() <= GenicamDescription::kMaxFileSize &&
+               (n = zip_fread(file, buffer, sizeof buffer)) > 0)
+            content.append(buffer, static_cast<std::size_t>(n));
+        if (content.size() > GenicamDescription::kMaxFileSize) {
+            *reason = "a zip file whose " + name + " unpacks to more than " +
+                      sizeText(GenicamDescription::kMaxFileSize) + "; such descriptions are refused";
+        } else if (n < 0) {
+            *reason =
+                "a zip file whose " + name + " cannot be unpacked: " + zipProblem(zip_file_get_error(file));
+        } else if (content.empty()) {
+            *reason = "a zip file whose " + name + " is empty";
         } else {
-            data->assign(static_cast<const char*>(content), size);
             ok = true;
         }
-        g_free(content);
+        zip_fclose(file);
+    } else {
+        *reason = "a zip file whose " + name + " cannot be unpacked: " + zipProblem(zip_get_error(archive));
     }
-    arv_zip_free(zip);
+    zip_discard(archive);
+    if (ok)
+        data->swap(content);
     return ok;
 }
 

@@ -421,7 +421,86 @@ TEST_F(GenicamHostile, zippedDescriptionsOpenLikePlainOnes)
     ASSERT_TRUE(tree) << error;
     EXPECT_EQ(valueOf(tree->find("Gain")), "12");
     const std::string broken = write("broken.zip", std::string("PK\x03\x04", 4) + std::string(40, 'x'));
-    EXPECT_EQ(refusal(broken), broken + ": is a zip file without a description (.xml) in it");
+    EXPECT_EQ(refusal(broken), broken + ": is a zip file that cannot be read: not a zip archive");
+}
+
+namespace {
+
+std::string readBytes(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void putLittleEndian32(std::string* bytes, std::size_t at, std::uint32_t value)
+{
+    for (int i = 0; i < 4; ++i)
+        (*bytes)[at + i] = static_cast<char>((value >> (8 * i)) & 0xff);
+}
+
+std::uint32_t littleEndian32(const std::string& bytes, std::size_t at)
+{
+    std::uint32_t value = 0;
+    for (int i = 3; i >= 0; --i)
+        value = (value << 8) | static_cast<unsigned char>(bytes[at + i]);
+    return value;
+}
+
+// Where the archive's single entry is described in its table of contents (the end record, 22 bytes
+// without a comment, says where the table starts).
+std::size_t centralEntry(const std::string& zip)
+{
+    return littleEndian32(zip, zip.size() - 22 + 16);
+}
+
+} // namespace
+
+// A zip file is as hostile as the description inside it: each shape that lies about where things
+// are or how large they are is refused with what is wrong, and nothing is read outside the file.
+TEST_F(GenicamHostile, zipFilesThatLieAreRefusedWithWhatIsWrong)
+{
+    const std::string good = readBytes(ownFile("zipped.zip"));
+    ASSERT_GT(good.size(), 22u + 46u);
+
+    std::string farAway = good;
+    putLittleEndian32(&farAway, farAway.size() - 22 + 16, 0xfffffff0u);
+    const std::string offset = write("offset.zip", farAway);
+    EXPECT_EQ(refusal(offset),
+              offset + ": is a zip file that cannot be read: its table of contents contradicts its content");
+
+    const std::string truncated = write("truncated.zip", good.substr(0, good.size() / 2));
+    EXPECT_EQ(refusal(truncated), truncated + ": is a zip file that cannot be read: not a zip archive");
+
+    std::string checksum = good;
+    const std::uint32_t crc = littleEndian32(good, 14) ^ 0x5a5a5a5au;
+    putLittleEndian32(&checksum, 14, crc);
+    putLittleEndian32(&checksum, centralEntry(good) + 16, crc);
+    const std::string badSum = write("checksum.zip", checksum);
+    EXPECT_EQ(refusal(badSum), badSum + ": is a zip file whose Vorn_Zipped.xml cannot be unpacked: its "
+                                        "content does not match its checksum");
+
+    std::string text = good;
+    for (std::size_t at = text.find("Vorn_Zipped.xml"); at != std::string::npos;
+         at = text.find("Vorn_Zipped.xml", at + 1))
+        text.replace(at, 15, "Vorn_Zipped.txt");
+    const std::string noXml = write("text.zip", text);
+    EXPECT_EQ(refusal(noXml), noXml + ": is a zip file without a description (.xml) in it");
+}
+
+// Nine MiB of description packed into nine KiB: the unpacking stops at the size a plain description
+// may have, whether the archive says how large the entry is or lies about it.
+TEST_F(GenicamHostile, zipFilesThatUnpackTooLargeAreRefused)
+{
+    const std::string large = ownFile("unpacks-too-large.zip");
+    EXPECT_EQ(refusal(large), large + ": is a zip file whose Bomb.xml unpacks to more than 8388608 bytes; "
+                                      "such descriptions are refused");
+
+    std::string lying = readBytes(large);
+    putLittleEndian32(&lying, 22, 100);
+    putLittleEndian32(&lying, centralEntry(lying) + 24, 100);
+    const std::string liar = write("liar.zip", lying);
+    EXPECT_EQ(refusal(liar), liar + ": is a zip file whose Bomb.xml unpacks to more than 8388608 bytes; "
+                                    "such descriptions are refused");
 }
 
 TEST_F(GenicamHostile, twoNodesOfOneNameKeepTheLastAsTheGenicamLibraryDoes)
