@@ -4,6 +4,7 @@
 // camera was away never reaches it later, the tree shows what the camera holds once it is back, and
 // the GUI thread keeps running throughout.
 #include "FaultTestSupport.h"
+#include "support/Eventually.h"
 
 #include "genicam/FakeGvCamera.h"
 #include "genicam/GenicamTestSupport.h"
@@ -60,7 +61,7 @@ TEST(DeviceVanishes, duringWritesEachWriteHasOneOutcomeAndTheTreeFollowsTheCamer
     tree->post([&](ArvDevice*) { frozen = camera.freeze(); });
     ASSERT_TRUE(writeThroughCallback(tree->find("Width"), boost::any(320LL)));
     ASSERT_TRUE(writeThroughCallback(tree->find("ExposureTimeAbs"), boost::any(2500.0)));
-    QTRY_VERIFY_WITH_TIMEOUT(tree->deviceState() == GenicamParameterTree::dsLost, 5000);
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsLost, 5000);
     const qint64 lostAfterMs = clock.elapsed();
     ASSERT_TRUE(frozen.load()) << "the camera did not stop";
 
@@ -91,9 +92,9 @@ TEST(DeviceVanishes, duringWritesEachWriteHasOneOutcomeAndTheTreeFollowsTheCamer
 
     // Back: the tree reads everything afresh and shows exactly what the camera holds.
     camera.resume();
-    QTRY_VERIFY_WITH_TIMEOUT(tree->deviceState() == GenicamParameterTree::dsConnected &&
-                                 tree->find("Width")->getDataValid(),
-                             20000);
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsConnected &&
+                        tree->find("Width")->getDataValid(),
+                    20000);
     const qint64 backAfterMs = clock.elapsed();
     Stalls stalls;
     stalls.take(probe);

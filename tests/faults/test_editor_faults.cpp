@@ -3,6 +3,7 @@
 // survives until the commit, the commit writes nothing (or is refused with a message the host can
 // show), nothing crashes, and the GUI thread keeps running.
 #include "FaultTestSupport.h"
+#include "support/Eventually.h"
 
 #include "delegate/ItemDelegateTesting.h"
 #include "genicam/FakeGvCamera.h"
@@ -141,7 +142,7 @@ TEST(EditorFaultsGenicam, theCameraVanishesWhileAnEditorIsOpen)
     ASSERT_TRUE(editor);
     EditorFaults::type(editor, QStringLiteral("320"));
     ASSERT_TRUE(camera.freeze());
-    QTRY_VERIFY_WITH_TIMEOUT(tree->deviceState() == GenicamParameterTree::dsLost, 5000);
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsLost, 5000);
     settle();
     // The model told the view that every value is invalid now; the editor keeps what was typed.
     EXPECT_EQ(lineEditOf(editor)->text(), QStringLiteral("320"));
@@ -160,9 +161,9 @@ TEST(EditorFaultsGenicam, theCameraVanishesWhileAnEditorIsOpen)
 
     // Back: the camera never got the refused value, and the view shows what the camera holds.
     camera.resume();
-    QTRY_VERIFY_WITH_TIMEOUT(tree->deviceState() == GenicamParameterTree::dsConnected &&
-                                 tree->find("Width")->getDataValid(),
-                             20000);
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsConnected &&
+                        tree->find("Width")->getDataValid(),
+                    20000);
     Stalls stalls;
     stalls.take(probe);
     const auto camerasView = readWithControlTool({"Width"});

@@ -5,6 +5,7 @@
 // throughout, once without, so that the count also falls to zero (and the library's singletons go
 // and come back) while the models live.
 #include "FaultTestSupport.h"
+#include "support/Eventually.h"
 
 #include "example/ExampleTree.h"
 #include "models/ModelTestSupport.h"
@@ -126,7 +127,7 @@ void runWithModels(bool hostHoldsInit)
     clock.start();
     work.start(2);
     go = true;
-    QTRY_VERIFY_WITH_TIMEOUT(finished.load() == kThreads, 300000);
+    VORN_WAIT_UNTIL(finished.load() == kThreads, 300000);
     for (auto& thread : threads)
         thread.join();
     work.stop();

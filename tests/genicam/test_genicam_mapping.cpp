@@ -4,6 +4,7 @@
 #include <arv.h>
 
 #include "genicam/GenicamTestSupport.h"
+#include "support/Eventually.h"
 
 #include <gtest/gtest.h>
 
@@ -406,7 +407,7 @@ TEST(GenicamCommand, isActiveUntilItsDoneNodeReadsTrue)
     // The device finishes by clearing the register; the active command is read again by itself.
     recorder.clear();
     writeMemory(tree, 0x8100, {0, 0, 0, 0});
-    QTRY_VERIFY_WITH_TIMEOUT(!calibrate->getActive(), 2000);
+    VORN_WAIT_UNTIL(!calibrate->getActive(), 2000);
     EXPECT_TRUE(recorder.sawChange("Calibrate"));
 }
 
@@ -439,8 +440,8 @@ TEST(GenicamPolling, readsPolledFeaturesAgainAtTheirPeriod)
     // The device changes the registers by itself; nothing is written through the tree.
     writeMemory(tree, 0x8300, {0, 0, 0, 42});
     writeMemory(tree, 0x8304, {0, 0, 0, 7});
-    QTRY_COMPARE_WITH_TIMEOUT(temperature->getNodeValue(), 42LL, 2000);
-    QTRY_COMPARE_WITH_TIMEOUT(heartbeat->getNodeValue(), 7LL, 2000);
+    VORN_WAIT_EQ(temperature->getNodeValue(), 42LL, 2000);
+    VORN_WAIT_EQ(heartbeat->getNodeValue(), 7LL, 2000);
     EXPECT_TRUE(recorder.sawChange("Temperature"));
     EXPECT_TRUE(recorder.sawChange("Heartbeat"));
 

@@ -1,6 +1,7 @@
 // The device thread and the GUI thread: writes hand over without waiting, values come back
 // through the event loop, and the model tells its views.
 #include "genicam/GenicamTestSupport.h"
+#include "support/Eventually.h"
 
 #include "family/TestRows.h"
 #include "support/StallProbe.h"
@@ -130,7 +131,7 @@ TEST(GenicamThreads, theGuiThreadKeepsRunningWhileTheDeviceIsSlow)
     StallProbe probe;
     QTest::qWait(100);
     release.set_value();
-    QTRY_COMPARE_WITH_TIMEOUT(integerValue(tree, "Width"), 320LL, 3000);
+    VORN_WAIT_EQ(integerValue(tree, "Width"), 320LL, 3000);
     EXPECT_TRUE(accessDone.load());
     std::cout << "[ timing   ] write call " << callMs << " ms, longest GUI stall " << probe.longestMs()
               << " ms while the device thread was busy" << std::endl;

@@ -1,4 +1,5 @@
 #include "ModelTestSupport.h"
+#include "support/Eventually.h"
 
 #include "example/ExampleTree.h"
 #include "support/Review.h"
@@ -257,7 +258,7 @@ TEST_F(CommandNodeTest, realClickInAViewReachesTheCallbackOnceAndTheButtonFollow
 
     QTest::mouseClick(push, Qt::LeftButton); // disabled while running
     EXPECT_EQ(tree->calls().size(), 1u);
-    QTRY_COMPARE_WITH_TIMEOUT(push->text(), QStringLiteral("Execute"), 5000);
+    VORN_WAIT_EQ(push->text(), QStringLiteral("Execute"), 5000);
     EXPECT_TRUE(push->isEnabled());
     vorn::test::saveForReview(view.grab().toImage(), QStringLiteral("command-idle"));
 
