@@ -590,6 +590,13 @@ void BrowserWindow::showDeviceState()
         m_stateLabel->setFullText(QStringLiteral("%1: offline description").arg(m_source->description()));
         return;
     }
+    const QString stranger = m_source->answeringDevice();
+    if (!stranger.isEmpty()) {
+        m_stateLabel->setFullText(
+            QStringLiteral("Another device answers at %1, not %2: the values shown are out of date")
+                .arg(stranger, m_source->description()));
+        return;
+    }
     const bool connected = m_source->isConnected();
     m_stateLabel->setFullText(connected
                                   ? QStringLiteral("Connected: %1").arg(m_source->description())

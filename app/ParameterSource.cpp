@@ -60,7 +60,12 @@ std::unique_ptr<ParameterSource> ParameterSource::openDevice(const QString& devi
         return failed(why.empty() ? "no device " + deviceId.toStdString() : why, error);
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_device = tree;
-    source->m_description = deviceId;
+    source->m_address = deviceId;
+    // The device as it named itself, so that the title and the status say which camera this is.
+    source->m_description =
+        tree->identity().empty()
+            ? deviceId
+            : QStringLiteral("%1 (%2)").arg(deviceId, QString::fromStdString(tree->identity()));
     source->keepHistory();
     return source;
 }
@@ -138,6 +143,13 @@ void ParameterSource::writeRegister(std::uint64_t address, std::uint32_t value, 
 bool ParameterSource::isConnected() const
 {
     return !m_device || m_device->deviceState() == GenicamParameterTree::dsConnected;
+}
+
+QString ParameterSource::answeringDevice() const
+{
+    if (!m_device || m_device->deviceState() != GenicamParameterTree::dsOtherDevice)
+        return QString();
+    return QStringLiteral("%1 (%2)").arg(m_address, QString::fromStdString(m_device->answeringDevice()));
 }
 
 std::vector<ParameterSource::EntryPtr> ParameterSource::nodesNamed(const std::string& name) const

@@ -38,6 +38,9 @@ public:
     QString description() const;
     // False while a live device does not answer.
     bool isConnected() const;
+    // While another device answers at a live device's address: that address and what the other
+    // device says it is, "<address> (<vendor> <model>, serial <serial>...)"; empty otherwise.
+    QString answeringDevice() const;
     // The values changed through the tree's callback (by the views, loads, --set), most recent last.
     const EditHistory* history() const { return m_history.get(); }
     // Writes back the value before the latest change (through the same checks as any write); false
@@ -73,6 +76,7 @@ private:
     boost::shared_ptr<core::models::GenicamParameterTree> m_device;
     boost::shared_ptr<core::models::InMemoryParameterTree> m_example;
     QString m_description;
+    QString m_address; // a live device's id
     bool m_offline = false;
     boost::shared_ptr<EditHistory> m_history; // between the tree's root and its callback
 };

@@ -59,7 +59,8 @@ namespace models {
 // model's error channel (notifyError) as "Cannot set <feature> to <value>: <reason>" or
 // "Cannot execute <feature>: <reason>", and nothing else changes. A live device that does not
 // answer for half a second has every node's data marked invalid (the model is told, and one error
-// names the device); the values come back once it answers again.
+// names the device); the values come back once it answers again, and only if it is the same device
+// (vendor, model, serial number and MAC address, as far as the description gives them).
 //
 // Opening waits for the device (and for the description to be read and parsed); after that the
 // GUI thread never waits for the device.
@@ -69,6 +70,9 @@ public:
     enum DeviceState {
         dsConnected = 0, // the device answers
         dsLost = 1,      // the device stopped answering; every node's data is invalid
+        // Another device answers at the device's address (see answeringDevice); every node's data
+        // is invalid, and writes are refused, until the device opened answers again.
+        dsOtherDevice = 2,
     };
 
     struct DeviceInfo
@@ -105,6 +109,12 @@ public:
     DeviceState deviceState() const;
     // What was opened: "simulated camera", the file's path or the device id.
     const std::string& source() const;
+    // What a live device said it is when it was opened, from the features the description gives for
+    // it: "<vendor> <model>, serial <serial>, MAC <address>" (the parts it has); empty for a
+    // simulated camera or a description file. Every reconnection checks it again.
+    const std::string& identity() const;
+    // In state dsOtherDevice, what the device answering in place of the one opened says it is.
+    const std::string& answeringDevice() const;
 
     // The nodes that show this feature, in tree order; empty when the tree does not show it.
     std::vector<boost::shared_ptr<MvParametersEntryNode>> nodes(const std::string& feature) const;

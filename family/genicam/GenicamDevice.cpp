@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdio>
 #include <cstring>
 #include <future>
 #include <sstream>
@@ -27,6 +28,12 @@ const char* const kRootCategory = "Root";
 const std::chrono::milliseconds kProbePeriod(200);
 // How often an active command's pIsDone is read when the description gives no polling time.
 const int kCommandPollMs = 100;
+// The features a device names itself by, in the order its name is told. DeviceID is the serial
+// number's name in older descriptions.
+const char* const kIdentityFeatures[] = {"DeviceVendorName", "DeviceModelName", "DeviceSerialNumber",
+                                         "DeviceID", "GevMACAddress"};
+// What another device answering in place of the one opened is called when it does not say.
+const char* const kUnnamedDevice = "a device that does not name itself";
 const char* const kOnlyTheCameraTells = "only the camera can tell it (an offline description holds no value)";
 
 std::string text(const char* s)
@@ -160,8 +167,19 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         if (result->ok) {
             for (std::size_t i = 0; i < m_layout.features.size(); ++i)
                 m_published[i] = read(static_cast<int>(i));
+            if (m_layout.live) {
+                for (const char* name : kIdentityFeatures) {
+                    auto found = m_featureByName.find(name);
+                    if (found != m_featureByName.end() && m_layout.features[found->second].problem.empty())
+                        m_identityFeatures.push_back(found->second);
+                }
+                // Known from the values just read: naming the device costs no read at open.
+                m_identity = identityOf([this](int feature) { return m_published[feature]; });
+                m_heartbeatMark = heartbeat();
+            }
             result->layout = m_layout;
             result->states = m_published;
+            result->identity = m_identity;
         } else {
             result->error = error;
         }
@@ -254,6 +272,13 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
     arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_ENABLE);
     arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_ENABLE);
     m_layout.live = source == Source::Device;
+    if (ARV_IS_GV_DEVICE(m_device)) {
+        // The heartbeat reads the serial number a GigE Vision device keeps in its bootstrap
+        // registers: a packet like any register read, and a camera swapped for another at the same
+        // address shows at once.
+        m_heartbeatAddress = 0xd8;
+        m_heartbeatSize = 16;
+    }
     m_errors.setLive(m_layout.live);
     return true;
 }
@@ -739,33 +764,106 @@ void GenicamDevice::publish(Publication& publication, bool force)
     publication = Publication();
 }
 
-void GenicamDevice::probe()
+std::string GenicamDevice::heartbeat()
 {
-    guint32 value = 0;
+    std::string mark(m_heartbeatSize, '\0');
     GError* e = nullptr;
     {
         AccessClock clock(m_accessStarted);
-        // Address 0 is the bootstrap's version register on GigE Vision and USB3 Vision devices.
-        arv_device_read_register(m_device, 0, &value, &e);
+        arv_device_read_memory(m_device, m_heartbeatAddress, static_cast<guint32>(mark.size()), &mark[0], &e);
     }
     AccessErrors heartbeat(true);
     heartbeat.note(e);
-    const bool lost = heartbeat.lost();
     g_clear_error(&e);
+    if (heartbeat.lost())
+        mark.clear();
+    return mark;
+}
+
+void GenicamDevice::probe()
+{
+    const std::string mark = heartbeat();
+    const bool lost = mark.empty();
     Publication publication;
     const std::uint64_t giveUps = m_giveUps.load();
     bool recovered = false;
+    std::string stranger = m_stranger;
     if (lost) {
         m_errors.setLost(true);
-    } else if (m_errors.lost() || giveUps != m_giveUpsAnswered) {
-        // Whatever was shown before may be stale: the device may have restarted in between.
+        stranger.clear();
+    } else if (!m_stranger.empty() && mark == m_strangerMark) {
+        // The other device still answers: nothing to read until that changes.
+    } else if (mark != m_heartbeatMark || m_errors.lost() || giveUps != m_giveUpsAnswered) {
         m_errors.setLost(false);
-        readAll(publication);
-        recovered = !m_errors.lost();
-        if (recovered)
-            m_giveUpsAnswered = giveUps;
+        // The answer may come from another device at the same address (a camera swapped, an
+        // address handed to another): its values are not this tree's, so it is not attached to.
+        stranger.clear();
+        if (!m_identity.empty()) {
+            stranger = identityOf([this](int feature) { return read(feature); });
+            if (stranger == m_identity)
+                stranger.clear();
+            else if (stranger.empty())
+                stranger = kUnnamedDevice;
+        }
+        if (m_errors.lost()) {
+            stranger.clear();
+        } else if (!stranger.empty()) {
+            m_errors.setLost(true);
+            m_strangerMark = mark;
+        } else {
+            m_heartbeatMark = mark;
+            // Whatever was shown before may be stale: the device may have restarted in between.
+            readAll(publication);
+            recovered = !m_errors.lost();
+            if (recovered)
+                m_giveUpsAnswered = giveUps;
+        }
+    }
+    if (stranger != m_stranger) {
+        m_stranger = stranger;
+        publication.stranger = stranger;
     }
     publish(publication, recovered);
+}
+
+std::string GenicamDevice::identityOf(const std::function<ParameterState(int)>& stateOf) const
+{
+    std::string name;
+    std::string serial;
+    std::string mac;
+    for (int feature : m_identityFeatures) {
+        const ParameterState state = stateOf(feature);
+        if (!state.valid)
+            continue;
+        const std::string& featureName = m_layout.features[feature].name;
+        if (featureName == "GevMACAddress") {
+            const auto* value = std::get_if<long long>(&state.value);
+            if (!value)
+                continue;
+            char text[18];
+            const auto bits = static_cast<unsigned long long>(*value);
+            std::snprintf(text, sizeof text, "%02llX:%02llX:%02llX:%02llX:%02llX:%02llX", (bits >> 40) & 0xff,
+                          (bits >> 32) & 0xff, (bits >> 24) & 0xff, (bits >> 16) & 0xff, (bits >> 8) & 0xff,
+                          bits & 0xff);
+            mac = text;
+            continue;
+        }
+        const auto* value = std::get_if<std::string>(&state.value);
+        if (!value || value->empty())
+            continue;
+        if (featureName == "DeviceSerialNumber" || featureName == "DeviceID") {
+            if (serial.empty())
+                serial = *value;
+        } else {
+            name += (name.empty() ? "" : " ") + *value;
+        }
+    }
+    std::string text = name;
+    if (!serial.empty())
+        text += (text.empty() ? "serial " : ", serial ") + serial;
+    if (!mac.empty())
+        text += (text.empty() ? "MAC " : ", MAC ") + mac;
+    return text;
 }
 
 void GenicamDevice::enqueue(Job job)

@@ -46,6 +46,7 @@ public:
         std::string error;
         Layout layout;
         std::vector<ParameterState> states; // every feature, in layout order
+        std::string identity;               // what a live device says it is (see identityOf)
     };
 
     explicit GenicamDevice(Publisher publisher);
@@ -132,6 +133,11 @@ private:
     void readAll(Publication& publication);
     void readSome(const std::vector<int>& features, Publication& publication);
     void probe();
+    // Reads the heartbeat's registers: what they hold, or empty when the device did not answer.
+    std::string heartbeat();
+    // What the device says it is, "<vendor> <model>, serial <serial>, MAC <address>", from the
+    // identity features the description has, each state as stateOf gives it; empty without any.
+    std::string identityOf(const std::function<ParameterState(int)>& stateOf) const;
     // Hands the publication to the GUI when it says anything (or always, with force).
     void publish(Publication& publication, bool force = false);
 
@@ -161,6 +167,15 @@ private:
     bool m_offline = false; // a description file without its camera
     std::uint64_t m_giveUpsAnswered = 0;
     Clock::time_point m_nextProbe;
+    std::vector<int> m_identityFeatures; // the features a device names itself by
+    std::string m_identity;              // what the device opened said it is
+    std::string m_stranger;              // what another device answering in its place says it is
+    // What the heartbeat reads: by default the version register that GigE Vision and USB3 Vision
+    // devices keep at address 0.
+    std::uint64_t m_heartbeatAddress = 0;
+    std::size_t m_heartbeatSize = 4;
+    std::string m_heartbeatMark; // what it read from the device opened
+    std::string m_strangerMark;  // what it read from the other device answering in its place
 };
 
 } // namespace genicam

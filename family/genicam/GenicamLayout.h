@@ -9,6 +9,7 @@
 #include <boost/any.hpp>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -84,8 +85,11 @@ struct Publication
     // afresh: a GUI that gave up more often keeps the device for lost.
     std::uint64_t giveUpsAnswered = 0;
     std::uint64_t barrier = 0; // answers waitIdle's request with this number (0: none)
+    // Set when which device answers at the address changes: what another device answering in
+    // place of the one opened says it is, or empty once that is over.
+    std::optional<std::string> stranger;
 
-    bool empty() const { return states.empty() && errors.empty() && barrier == 0; }
+    bool empty() const { return states.empty() && errors.empty() && barrier == 0 && !stranger; }
 };
 
 } // namespace genicam

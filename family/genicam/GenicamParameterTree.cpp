@@ -11,10 +11,14 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QPointer>
 #include <QThread>
 #include <QTimer>
 
+#include <deque>
+#include <functional>
 #include <future>
+#include <mutex>
 #include <unordered_map>
 
 namespace vorn {
@@ -31,6 +35,47 @@ namespace {
 // A live device whose access takes longer than this is given up for lost until it answers again.
 const std::int64_t kGiveUpMs = 500;
 const int kWatchdogPeriodMs = 100;
+
+// Hands work from the device thread to the GUI thread: the work waits in a queue guarded by a lock
+// of ours, and a bare event wakes the GUI thread to run it. What crosses the threads is thus ordered
+// by that lock, which thread checkers see, not only by Qt's event queue, which they cannot.
+class Mailbox : public QObject
+{
+public:
+    void post(std::function<void()> work)
+    {
+        bool wake = false;
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            wake = m_work.empty();
+            m_work.push_back(std::move(work));
+        }
+        // A queue that was not empty has its wake-up on the way.
+        if (wake)
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+protected:
+    void customEvent(QEvent*) override
+    {
+        std::deque<std::function<void()>> work;
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            work.swap(m_work);
+        }
+        // A piece of work may close the tree, and this mailbox with it: the rest is dropped then.
+        QPointer<QObject> alive(this);
+        for (auto& piece : work) {
+            if (!alive)
+                return;
+            piece();
+        }
+    }
+
+private:
+    std::mutex m_mutex;
+    std::deque<std::function<void()>> m_work;
+};
 
 } // namespace
 
@@ -81,10 +126,12 @@ public:
     std::unordered_map<const MvParametersEntryNode*, int> placeOfNode;
     std::unordered_map<std::string, int> featureByName;
     bool connected = true;
+    std::string identity;      // what the device opened says it is
+    std::string stranger;      // what another device answering in its place says it is
     std::uint64_t giveUps = 0; // times the GUI gave the device up for lost
     std::uint64_t lastBarrier = 0;
     std::uint64_t answeredBarrier = 0;
-    std::unique_ptr<QObject> receiver;
+    std::unique_ptr<Mailbox> receiver;
     std::unique_ptr<QTimer> watchdog;
     std::unique_ptr<GenicamDevice> device;
 };
@@ -183,12 +230,19 @@ void GenicamParameterTree::Impl::apply(const Publication& publication)
         for (int p : placesOf[entry.first])
             changed.push_back(placeNodes[p]);
     }
+    if (publication.stranger)
+        stranger = *publication.stranger;
     // A device given up for lost counts as back only once the device thread read it afresh since.
     const bool nowConnected = publication.connected && publication.giveUpsAnswered >= giveUps;
     if (connected != nowConnected)
-        setConnected(nowConnected, genicam::kNoAnswer);
+        setConnected(nowConnected, stranger.empty() ? std::string(genicam::kNoAnswer)
+                                                    : std::string("another device answers in its place"));
     else
         model->notifyNodesChanged(changed);
+    if (publication.stranger && !stranger.empty())
+        model->notifyError(model->root(), "Another device answers at " + source + ": " + stranger +
+                                              " (this tree shows " + identity +
+                                              "); the tree stays disconnected until that device answers");
     for (const auto& error : publication.errors) {
         boost::shared_ptr<GenericModelNode> node =
             error.first >= 0 && error.first < static_cast<int>(placeNodes.size())
@@ -212,8 +266,10 @@ void GenicamParameterTree::Impl::write(const boost::shared_ptr<MvParametersEntry
     const int feature = layout.places[it->second].feature;
     // The device was given up for lost: say so now rather than after its next time-out.
     if (!connected) {
-        model->notifyError(node,
-                           genicam::refusedWriteMessage(layout.features[feature], value, genicam::kNoAnswer));
+        const std::string why = stranger.empty()
+                                    ? std::string(genicam::kNoAnswer)
+                                    : "another device answers at " + source + " (" + stranger + ")";
+        model->notifyError(node, genicam::refusedWriteMessage(layout.features[feature], value, why));
         return;
     }
     device->write(feature, it->second, value);
@@ -245,11 +301,10 @@ boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::open(int source, c
     }
     boost::shared_ptr<GenicamParameterTree> tree(new GenicamParameterTree());
     Impl* impl = tree->m_impl.get();
-    impl->receiver.reset(new QObject());
-    QObject* receiver = impl->receiver.get();
+    impl->receiver.reset(new Mailbox());
+    Mailbox* receiver = impl->receiver.get();
     impl->device.reset(new GenicamDevice([impl, receiver](std::shared_ptr<Publication> publication) {
-        QMetaObject::invokeMethod(
-            receiver, [impl, publication] { impl->apply(*publication); }, Qt::QueuedConnection);
+        receiver->post([impl, publication] { impl->apply(*publication); });
     }));
     const auto kind = static_cast<GenicamDevice::Source>(source);
     GenicamDevice::OpenResult opened = impl->device->open(kind, what);
@@ -258,6 +313,7 @@ boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::open(int source, c
         return boost::shared_ptr<GenicamParameterTree>();
     }
     impl->source = kind == GenicamDevice::Source::Simulated ? std::string("simulated camera") : what;
+    impl->identity = opened.identity;
     impl->build(opened);
     impl->callback.reset(new Impl::Callback(impl));
     impl->model->root()->setCallback(impl->callback);
@@ -319,7 +375,17 @@ boost::shared_ptr<MvParametersModel> GenicamParameterTree::model() const
 
 GenicamParameterTree::DeviceState GenicamParameterTree::deviceState() const
 {
-    return m_impl->connected ? dsConnected : dsLost;
+    return m_impl->connected ? dsConnected : m_impl->stranger.empty() ? dsLost : dsOtherDevice;
+}
+
+const std::string& GenicamParameterTree::identity() const
+{
+    return m_impl->identity;
+}
+
+const std::string& GenicamParameterTree::answeringDevice() const
+{
+    return m_impl->stranger;
 }
 
 const std::string& GenicamParameterTree::source() const
@@ -362,7 +428,7 @@ GenicamParameterTree::RegisterTraffic GenicamParameterTree::registerTraffic() co
 
 void GenicamParameterTree::readRegister(std::uint64_t address, RegisterAnswer done)
 {
-    QObject* receiver = m_impl->receiver.get();
+    Mailbox* receiver = m_impl->receiver.get();
     m_impl->device->post([receiver, address, done](ArvDevice* device) {
         guint32 value = 0;
         GError* e = nullptr;
@@ -372,14 +438,13 @@ void GenicamParameterTree::readRegister(std::uint64_t address, RegisterAnswer do
                                       : std::string(genicam::kNoAnswer);
         g_clear_error(&e);
         // The receiver outlives the device thread: nothing reaches it once it is gone.
-        QMetaObject::invokeMethod(
-            receiver, [done, ok, value, error] { done(ok, value, error); }, Qt::QueuedConnection);
+        receiver->post([done, ok, value, error] { done(ok, value, error); });
     });
 }
 
 void GenicamParameterTree::writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done)
 {
-    QObject* receiver = m_impl->receiver.get();
+    Mailbox* receiver = m_impl->receiver.get();
     m_impl->device->post([receiver, address, value, done](ArvDevice* device) {
         GError* e = nullptr;
         const bool ok = device && arv_device_write_register(device, address, value, &e) && !e;
@@ -387,8 +452,7 @@ void GenicamParameterTree::writeRegister(std::uint64_t address, std::uint32_t va
                                   : e ? genicam::reasonOf(e)
                                       : std::string(genicam::kNoAnswer);
         g_clear_error(&e);
-        QMetaObject::invokeMethod(
-            receiver, [done, ok, value, error] { done(ok, value, error); }, Qt::QueuedConnection);
+        receiver->post([done, ok, value, error] { done(ok, value, error); });
     });
     refresh();
 }

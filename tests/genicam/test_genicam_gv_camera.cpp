@@ -3,6 +3,7 @@
 // while the GUI thread's event loop is watched for stalls.
 #include "genicam/FakeGvCamera.h"
 #include "genicam/GenicamTestSupport.h"
+#include "support/Eventually.h"
 #include "support/StallProbe.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
     QElapsedTimer sinceStop;
     camera.stop();
     sinceStop.start();
-    QTRY_VERIFY_WITH_TIMEOUT(everyNodeInvalid(tree), 5000);
+    VORN_WAIT_UNTIL(everyNodeInvalid(tree), 5000);
     const qint64 lostAfterMs = sinceStop.elapsed(); // reported below; the wait above bounds it
     EXPECT_EQ(tree->deviceState(), GenicamParameterTree::dsLost);
     EXPECT_GE(recorder.allChanged, 1) << "the model was told";
@@ -98,7 +99,7 @@ TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
     QElapsedTimer refused;
     refused.start();
     writeThroughCallback(tree->find("Width"), boost::any(640LL));
-    QTRY_VERIFY_WITH_TIMEOUT(!recorder.errors.empty(), 10000);
+    VORN_WAIT_UNTIL(!recorder.errors.empty(), 10000);
     EXPECT_EQ(recorder.errors.front(), "Cannot set Width to 640: the device does not answer");
     const qint64 refusedAfterMs = refused.elapsed();
 
@@ -106,9 +107,9 @@ TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
     ASSERT_TRUE(camera.start());
     QElapsedTimer sinceStart;
     sinceStart.start();
-    QTRY_VERIFY_WITH_TIMEOUT(tree->deviceState() == GenicamParameterTree::dsConnected &&
-                                 tree->find("Width")->getDataValid(),
-                             15000);
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsConnected &&
+                        tree->find("Width")->getDataValid(),
+                    15000);
     const qint64 backAfterMs = sinceStart.elapsed();
     EXPECT_EQ(valueOf(tree->find("Width")), "512");
     EXPECT_EQ(valueOf(tree->find("DeviceID")), "\"" + serial.toStdString() + "\"");
@@ -120,6 +121,63 @@ TEST(GenicamGvCamera, writesOverTheNetworkAndFollowsTheCameraAwayAndBack)
     std::cout << "[ timing   ] values invalid " << lostAfterMs << " ms after the camera stopped; back "
               << backAfterMs << " ms after it restarted; a write while away refused after " << refusedAfterMs
               << " ms; longest GUI stall " << longestStall << " ms" << std::endl;
+    tree.reset();
+    camera.stop();
+}
+
+// A camera replaced by another at the same address: the other one answers the heartbeat, but its
+// values are not the tree's, so the tree stays disconnected, says which device answers and refuses
+// writes; once the camera opened is back, the tree attaches to it again.
+TEST(GenicamGvCamera, anotherCameraAtTheSameAddressIsNotAttachedTo)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    const std::string ours = "VA" + std::to_string(::getpid());
+    const std::string theirs = "VB" + std::to_string(::getpid());
+    FakeGvCamera camera(QString::fromStdString(ours));
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    std::string error;
+    auto tree = openWhenReady(&error);
+    ASSERT_TRUE(tree) << error << "\n" << camera.output().toStdString();
+    // The simulated camera's description names no MAC address feature.
+    EXPECT_EQ(tree->identity(), "Aravis Fake, serial " + ours);
+    EXPECT_EQ(tree->answeringDevice(), "");
+
+    ModelRecorder recorder(tree->model());
+    camera.stop();
+    FakeGvCamera other(QString::fromStdString(theirs));
+    ASSERT_TRUE(other.start());
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsOtherDevice, 15000);
+    EXPECT_EQ(tree->answeringDevice(), "Aravis Fake, serial " + theirs);
+    EXPECT_FALSE(tree->find("Width")->getDataValid());
+    EXPECT_FALSE(tree->find("DeviceID")->getDataValid()) << "the other camera's serial is not shown as ours";
+    const std::string told = std::string("Another device answers at ") + kCameraAddress +
+                             ": Aravis Fake, serial " + theirs + " (this tree shows Aravis Fake, serial " +
+                             ours + "); the tree stays disconnected until that device answers";
+    EXPECT_EQ(std::count(recorder.errors.begin(), recorder.errors.end(), told), 1)
+        << ::testing::PrintToString(recorder.errors);
+
+    // Still the other camera a second later: the tree has not attached, and the message is not repeated.
+    QTest::qWait(1000);
+    EXPECT_EQ(tree->deviceState(), GenicamParameterTree::dsOtherDevice);
+    EXPECT_EQ(std::count(recorder.errors.begin(), recorder.errors.end(), told), 1);
+    recorder.clear();
+    writeThroughCallback(tree->find("Width"), boost::any(640LL));
+    EXPECT_EQ(recorder.errors,
+              std::vector<std::string>{std::string("Cannot set Width to 640: another device answers at ") +
+                                       kCameraAddress + " (Aravis Fake, serial " + theirs + ")"});
+    const auto readBack = readWithControlTool({"Width"});
+    EXPECT_EQ(readBack.count("Width") ? readBack.at("Width") : "(not read)", "512")
+        << "nothing written to it";
+
+    // The camera opened comes back: attached again, with its own values.
+    other.stop();
+    ASSERT_TRUE(camera.start());
+    VORN_WAIT_UNTIL(tree->deviceState() == GenicamParameterTree::dsConnected &&
+                        tree->find("DeviceID")->getDataValid(),
+                    15000);
+    EXPECT_EQ(tree->answeringDevice(), "");
+    EXPECT_EQ(valueOf(tree->find("DeviceID")), "\"" + ours + "\"");
     tree.reset();
     camera.stop();
 }
