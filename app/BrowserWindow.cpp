@@ -296,8 +296,45 @@ void BrowserWindow::buildStatusBar()
     statusBar()->addWidget(m_errorLabel, 1);
 }
 
+class BrowserWindow::WritesUnderWay
+{
+public:
+    explicit WritesUnderWay(BrowserWindow* window) : m_window(window) { ++m_window->m_writesUnderWay; }
+    ~WritesUnderWay()
+    {
+        if (--m_window->m_writesUnderWay == 0)
+            m_window->afterWrites();
+    }
+    WritesUnderWay(const WritesUnderWay&) = delete;
+    WritesUnderWay& operator=(const WritesUnderWay&) = delete;
+
+private:
+    BrowserWindow* m_window;
+};
+
+void BrowserWindow::afterWrites()
+{
+    Q_ASSERT(m_writesUnderWay == 0);
+    if (m_sourceWaiting) {
+        m_sourceWaiting = false;
+        setSource(std::move(m_nextSource));
+    }
+    if (m_closeWaiting) {
+        m_closeWaiting = false;
+        close();
+    }
+}
+
 void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
 {
+    if (m_writesUnderWay > 0) {
+        // The newest choice wins; the tree in use stays until its writes are answered.
+        m_nextSource = std::move(source);
+        m_sourceWaiting = true;
+        log(QStringLiteral(
+            "Waiting for the writes under way to be answered before the next source is shown"));
+        return;
+    }
     // The register dialog reads through the old source: it goes first.
     delete m_registers.data();
     // The models over the old tree go before the tree itself.
@@ -610,6 +647,7 @@ bool BrowserWindow::undoLastChange()
         return false;
     std::vector<FeatureFailure> failures;
     std::string what;
+    WritesUnderWay writes(this);
     if (!m_source->undo(&failures, &what)) {
         statusBar()->showMessage(QStringLiteral("Nothing to undo"), 3000);
         return false;
@@ -723,6 +761,7 @@ bool BrowserWindow::saveValues(const QString& path, QString* error)
         *error = QStringLiteral("nothing is open");
         return false;
     }
+    WritesUnderWay writes(this);
     const bool saved = FeatureValueStore::save(*m_source, path, error);
     log(saved ? QStringLiteral("Saved the feature values to %1").arg(path) : *error);
     return saved;
@@ -734,6 +773,8 @@ std::vector<FeatureFailure> BrowserWindow::loadValues(const QString& path, QStri
         *error = QStringLiteral("nothing is open");
         return {};
     }
+    // Until the end: what the load did is logged before a source change asked for meanwhile.
+    WritesUnderWay writes(this);
     auto failures = FeatureValueStore::load(*m_source, path, error);
     if (!error->isEmpty())
         log(*error);
@@ -800,6 +841,11 @@ void BrowserWindow::refresh()
 
 void BrowserWindow::closeEvent(QCloseEvent* event)
 {
+    if (m_writesUnderWay > 0) {
+        event->ignore();
+        m_closeWaiting = true;
+        return;
+    }
     m_settings.setWindowGeometry(saveGeometry());
     m_settings.setSplitterState(m_splitter->saveState());
     QMainWindow::closeEvent(event);

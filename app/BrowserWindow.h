@@ -132,6 +132,12 @@ private:
     // A time-stamped line in the log dock: device events, refusals, loads and saves.
     void log(const QString& text);
     bool openSource(std::unique_ptr<ParameterSource> source, const QString& error);
+    // While one lives, the window waits for the device to answer writes (a value load, an undo, a
+    // save that steps through selectors), and the event loop runs meanwhile: a source change or a
+    // close asked for then would free the tree under the waiting code, so they wait for its end.
+    class WritesUnderWay;
+    friend class WritesUnderWay;
+    void afterWrites();
     boost::shared_ptr<core::models::MvParametersEntryNode> currentFeature() const;
 
     BrowserSettings m_settings;
@@ -156,6 +162,10 @@ private:
     QAction* m_registersAction = nullptr;
     QPointer<RegisterDialog> m_registers; // reads through the source: closed before it changes
     QString m_lastState;                  // the device state last logged
+    int m_writesUnderWay = 0;             // WritesUnderWay scopes alive
+    bool m_sourceWaiting = false;         // m_nextSource is to be shown once the writes are answered
+    std::unique_ptr<ParameterSource> m_nextSource;
+    bool m_closeWaiting = false; // a close asked for while writes were under way
 };
 
 } // namespace browser

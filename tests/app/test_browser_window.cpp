@@ -25,19 +25,21 @@
 #include <vorn/models/Qt4StyledParametersModel.h>
 
 #include <QAbstractButton>
-#include <QAction>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -545,6 +547,45 @@ TEST_F(BrowserWindowTest, valuesSavedFromTheWindowComeBack)
     const auto failures = window->loadValues(dir.filePath(QStringLiteral("missing.txt")), &error);
     EXPECT_TRUE(failures.empty());
     EXPECT_TRUE(error.contains(QStringLiteral("missing.txt")));
+}
+
+// A load waits for the camera to answer its writes while the event loop runs: a source change or a
+// close asked for meanwhile (a menu action, a timer) waits for the load's end instead of freeing the
+// camera's tree under it.
+TEST_F(BrowserWindowTest, aSourceChangeOrCloseDuringALoadWaitsForItsWrites)
+{
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    window->setSource(std::move(camera));
+    settle();
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("values.txt"));
+    ASSERT_TRUE(window->saveValues(path, &error)) << error.toStdString();
+    ASSERT_TRUE(FeatureWriter(*window->source()).apply({FeatureAssignment{"Width", -1, "320", 0}}).empty());
+    const ParameterSource* loadedInto = window->source();
+
+    bool changedDuringTheLoad = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        changedDuringTheLoad = true;
+        window->openExampleDevice();
+        window->close();
+    });
+    window->show();
+    EXPECT_TRUE(window->loadValues(path, &error).empty()) << error.toStdString();
+    EXPECT_TRUE(changedDuringTheLoad) << "the change was asked for while the load waited";
+    settle();
+
+    EXPECT_NE(window->source(), loadedInto);
+    EXPECT_EQ(window->deviceStateText(), QStringLiteral("Connected: example device"));
+    EXPECT_FALSE(window->isVisible()) << "closed once the load was over";
+    const QStringList lines = window->logLines();
+    const int waiting = lines.indexOf(QRegularExpression(QStringLiteral(
+        ".* Waiting for the writes under way to be answered before the next source is shown")));
+    const int loaded = lines.indexOf(
+        QRegularExpression(QStringLiteral(".* Set every value from ") + QRegularExpression::escape(path)));
+    ASSERT_GE(waiting, 0) << lines.join(QLatin1Char('\n')).toStdString();
+    EXPECT_GT(loaded, waiting) << lines.join(QLatin1Char('\n')).toStdString();
 }
 
 TEST_F(BrowserWindowTest, theDeviceDialogConnectsOnlyOnceADeviceIsNamed)
