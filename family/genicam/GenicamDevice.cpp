@@ -24,6 +24,8 @@ namespace {
 // The serial number the simulated devices report (their DeviceID).
 const char* const kSimulatedSerial = "VORN-SIM0";
 const char* const kRootCategory = "Root";
+// How long closing a tree waits for the device thread to end before leaving it to end alone.
+const std::chrono::milliseconds kReleaseWait(250);
 // How often an idle live device is asked whether it still answers.
 const std::chrono::milliseconds kProbePeriod(200);
 // How often an active command's pIsDone is read when the description gives no polling time.
@@ -148,13 +150,36 @@ GenicamDevice::~GenicamDevice()
         m_thread.join();
 }
 
+bool GenicamDevice::stopping()
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return m_stop;
+}
+
+void GenicamDevice::release(std::unique_ptr<GenicamDevice> device)
+{
+    if (!device)
+        return;
+    {
+        std::lock_guard<std::mutex> lock(device->m_mutex);
+        device->m_stop = true;
+        device->m_jobs.clear(); // nothing queued is worth a device access any more
+    }
+    device->m_wake.notify_all();
+    if (!device->m_finished.valid() || device->m_finished.wait_for(kReleaseWait) == std::future_status::ready)
+        return; // the destructor joins a thread that has ended, or was never started
+    std::thread([device = std::move(device)]() mutable { device.reset(); }).detach();
+}
+
 GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& what)
 {
     auto result = std::make_shared<OpenResult>();
     // Shared with the thread: it may still be inside set_value when this function has returned.
     auto opened = std::make_shared<std::promise<void>>();
     std::future<void> done = opened->get_future();
-    m_thread = std::thread([this, source, what, result, opened] {
+    auto finished = std::make_shared<std::promise<void>>();
+    m_finished = finished->get_future();
+    m_thread = std::thread([this, source, what, result, opened, finished] {
         AravisQuietScope quiet;
         std::string error;
         result->ok = openSource(source, what, &error);
@@ -193,6 +218,7 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
             g_object_unref(m_device);
         m_device = nullptr;
         m_gc = nullptr;
+        finished->set_value();
     });
     done.wait();
     return *result;
@@ -947,6 +973,8 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
         dirty = everything = false;
     };
     for (Job& job : jobs) {
+        if (stopping())
+            return; // the tree is closed: nobody waits for these any more
         switch (job.type) {
         case Job::Write: {
             const std::string reason = write(job.feature, job.value);

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -54,6 +55,11 @@ public:
     ~GenicamDevice();
     GenicamDevice(const GenicamDevice&) = delete;
     GenicamDevice& operator=(const GenicamDevice&) = delete;
+
+    // Stops the device thread and destroys the device: here if the thread ends within a moment,
+    // otherwise (a device access waiting out its time-outs) on a thread of its own once it ends, so
+    // that closing never waits for a device. The publisher must drop what it is given from now on.
+    static void release(std::unique_ptr<GenicamDevice> device);
 
     // Starts the thread and opens the source on it; waits for the result.
     OpenResult open(Source source, const std::string& what);
@@ -106,6 +112,7 @@ private:
     class AccessClock;
 
     void enqueue(Job job);
+    bool stopping();
     void run();
     void handle(std::deque<Job>& jobs);
     void runTimers();
@@ -143,6 +150,7 @@ private:
 
     Publisher m_publisher;
     std::thread m_thread;
+    std::future<void> m_finished; // ready once the thread has released the device
     std::mutex m_mutex;
     std::condition_variable m_wake;
     std::deque<Job> m_jobs;

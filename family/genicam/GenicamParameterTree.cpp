@@ -36,33 +36,58 @@ namespace {
 const std::int64_t kGiveUpMs = 500;
 const int kWatchdogPeriodMs = 100;
 
-// Hands work from the device thread to the GUI thread: the work waits in a queue guarded by a lock
-// of ours, and a bare event wakes the GUI thread to run it. What crosses the threads is thus ordered
-// by that lock, which thread checkers see, not only by Qt's event queue, which they cannot.
+// Work from the device thread for the GUI thread. It waits here under a lock of ours, and a bare
+// event wakes the GUI thread to run it: what crosses the threads is ordered by that lock, which
+// thread checkers see, not only by Qt's event queue, which they cannot. The device thread holds it
+// by a shared pointer, so it may outlive the tree; once closed, it takes nothing more.
+class Inbox
+{
+public:
+    explicit Inbox(QObject* target) : m_target(target) {}
+
+    void post(std::function<void()> work)
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        if (!m_target)
+            return;
+        const bool wake = m_work.empty(); // otherwise its wake-up is on the way
+        m_work.push_back(std::move(work));
+        if (wake)
+            QCoreApplication::postEvent(m_target, new QEvent(QEvent::User));
+    }
+    std::deque<std::function<void()>> take()
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        std::deque<std::function<void()>> work;
+        work.swap(m_work);
+        return work;
+    }
+    void close()
+    {
+        std::deque<std::function<void()>> dropped;
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_target = nullptr;
+        dropped.swap(m_work);
+    }
+
+private:
+    std::mutex m_mutex;
+    QObject* m_target;
+    std::deque<std::function<void()>> m_work;
+};
+
+// Runs the inbox's work on the GUI thread.
 class Mailbox : public QObject
 {
 public:
-    void post(std::function<void()> work)
-    {
-        bool wake = false;
-        {
-            std::lock_guard<std::mutex> lock(m_mutex);
-            wake = m_work.empty();
-            m_work.push_back(std::move(work));
-        }
-        // A queue that was not empty has its wake-up on the way.
-        if (wake)
-            QCoreApplication::postEvent(this, new QEvent(QEvent::User));
-    }
+    Mailbox() : m_inbox(std::make_shared<Inbox>(this)) {}
+    ~Mailbox() override { m_inbox->close(); }
+    const std::shared_ptr<Inbox>& inbox() const { return m_inbox; }
 
 protected:
     void customEvent(QEvent*) override
     {
-        std::deque<std::function<void()>> work;
-        {
-            std::lock_guard<std::mutex> lock(m_mutex);
-            work.swap(m_work);
-        }
+        std::deque<std::function<void()>> work = m_inbox->take();
         // A piece of work may close the tree, and this mailbox with it: the rest is dropped then.
         QPointer<QObject> alive(this);
         for (auto& piece : work) {
@@ -73,8 +98,7 @@ protected:
     }
 
 private:
-    std::mutex m_mutex;
-    std::deque<std::function<void()>> m_work;
+    std::shared_ptr<Inbox> m_inbox;
 };
 
 } // namespace
@@ -103,9 +127,11 @@ public:
         if (callback)
             callback->detach();
         watchdog.reset();
-        // The device thread goes first, so that nothing is published to a receiver that is gone.
-        device.reset();
+        // The mailbox closes first: nothing the device thread sends from now on reaches the GUI.
         receiver.reset();
+        // A device access under way (a camera that stopped answering waits out its time-outs) is not
+        // waited for beyond a moment: the device thread finishes it and releases the device alone.
+        GenicamDevice::release(std::move(device));
     }
 
     void build(const GenicamDevice::OpenResult& opened);
@@ -303,9 +329,11 @@ boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::open(int source, c
     Impl* impl = tree->m_impl.get();
     impl->receiver.reset(new Mailbox());
     Mailbox* receiver = impl->receiver.get();
-    impl->device.reset(new GenicamDevice([impl, receiver](std::shared_ptr<Publication> publication) {
-        receiver->post([impl, publication] { impl->apply(*publication); });
-    }));
+    // impl lives as long as the mailbox that runs the work, so the work may use it.
+    impl->device.reset(
+        new GenicamDevice([impl, inbox = receiver->inbox()](std::shared_ptr<Publication> publication) {
+            inbox->post([impl, publication] { impl->apply(*publication); });
+        }));
     const auto kind = static_cast<GenicamDevice::Source>(source);
     GenicamDevice::OpenResult opened = impl->device->open(kind, what);
     if (!opened.ok) {
@@ -428,8 +456,7 @@ GenicamParameterTree::RegisterTraffic GenicamParameterTree::registerTraffic() co
 
 void GenicamParameterTree::readRegister(std::uint64_t address, RegisterAnswer done)
 {
-    Mailbox* receiver = m_impl->receiver.get();
-    m_impl->device->post([receiver, address, done](ArvDevice* device) {
+    m_impl->device->post([inbox = m_impl->receiver->inbox(), address, done](ArvDevice* device) {
         guint32 value = 0;
         GError* e = nullptr;
         const bool ok = device && arv_device_read_register(device, address, &value, &e) && !e;
@@ -437,22 +464,21 @@ void GenicamParameterTree::readRegister(std::uint64_t address, RegisterAnswer do
                                   : e ? genicam::reasonOf(e)
                                       : std::string(genicam::kNoAnswer);
         g_clear_error(&e);
-        // The receiver outlives the device thread: nothing reaches it once it is gone.
-        receiver->post([done, ok, value, error] { done(ok, value, error); });
+        // Nothing reaches the GUI once the tree is closed.
+        inbox->post([done, ok, value, error] { done(ok, value, error); });
     });
 }
 
 void GenicamParameterTree::writeRegister(std::uint64_t address, std::uint32_t value, RegisterAnswer done)
 {
-    Mailbox* receiver = m_impl->receiver.get();
-    m_impl->device->post([receiver, address, value, done](ArvDevice* device) {
+    m_impl->device->post([inbox = m_impl->receiver->inbox(), address, value, done](ArvDevice* device) {
         GError* e = nullptr;
         const bool ok = device && arv_device_write_register(device, address, value, &e) && !e;
         const std::string error = ok  ? std::string()
                                   : e ? genicam::reasonOf(e)
                                       : std::string(genicam::kNoAnswer);
         g_clear_error(&e);
-        receiver->post([done, ok, value, error] { done(ok, value, error); });
+        inbox->post([done, ok, value, error] { done(ok, value, error); });
     });
     refresh();
 }

@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <atomic>
 #include <iostream>
 
 using namespace vorn::test;
@@ -179,5 +180,32 @@ TEST(GenicamGvCamera, anotherCameraAtTheSameAddressIsNotAttachedTo)
     EXPECT_EQ(tree->answeringDevice(), "");
     EXPECT_EQ(valueOf(tree->find("DeviceID")), "\"" + ours + "\"");
     tree.reset();
+    camera.stop();
+}
+
+// A camera that stops answering while a write waits for it: closing the tree (as quitting the
+// browser does) does not wait out the write's time-outs. The time it takes is reported.
+TEST(GenicamGvCamera, closingWhileTheCameraHangsDoesNotWaitForIt)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    FakeGvCamera camera(QStringLiteral("VC%1").arg(::getpid()));
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    std::string error;
+    auto tree = openWhenReady(&error);
+    ASSERT_TRUE(tree) << error << "\n" << camera.output().toStdString();
+    ModelRecorder recorder(tree->model());
+    std::atomic<bool> frozen{false};
+    tree->post([&](ArvDevice*) { frozen = camera.freeze(); });
+    for (long long width = 320; width < 330; ++width)
+        writeThroughCallback(tree->find("Width"), boost::any(width));
+    VORN_WAIT_UNTIL(frozen.load(), 5000);
+    QTest::qWait(50); // the first write is on its way to the camera now
+    QElapsedTimer closing;
+    closing.start();
+    tree.reset();
+    const qint64 closedAfterMs = closing.elapsed();
+    std::cout << "[ timing   ] a tree whose camera hangs in a write closed in " << closedAfterMs << " ms"
+              << std::endl;
     camera.stop();
 }

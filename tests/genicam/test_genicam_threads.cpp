@@ -187,6 +187,43 @@ TEST(GenicamThreads, theModelMayOutliveItsTree)
     EXPECT_EQ(boost::static_pointer_cast<MvParametersIntegerNode>(width)->getNodeValue(), 512);
 }
 
+// Closing a tree never waits for its device: a device access that does not end (here a job that
+// holds the device thread until the test lets it go, as a camera that stopped answering holds it
+// for its time-outs) is left to end on its own, and the writes queued behind it are dropped.
+TEST(GenicamThreads, closingATreeDoesNotWaitForADeviceAccessUnderWay)
+{
+    struct Access
+    {
+        std::promise<void> entered;
+        std::promise<void> letGo;
+        std::atomic<bool> ended{false};
+        std::atomic<int> writesAfter{0};
+    };
+    auto access = std::make_shared<Access>();
+    auto letGo = access->letGo.get_future().share();
+    boost::shared_ptr<MvParametersModel> model;
+    {
+        auto tree = openSimulated();
+        ASSERT_TRUE(tree);
+        model = tree->model();
+        std::future<void> entered = access->entered.get_future();
+        tree->post([access, letGo](ArvDevice*) {
+            access->entered.set_value();
+            letGo.wait_for(std::chrono::seconds(30));
+            access->ended = true;
+        });
+        entered.wait();
+        writeThroughCallback(tree->find("Width"), boost::any(320LL));
+        tree->post([access](ArvDevice*) { ++access->writesAfter; });
+    }
+    EXPECT_FALSE(access->ended.load()) << "closing the tree waited for the device access";
+    EXPECT_FALSE(model->root()->getCallback().lock());
+    access->letGo.set_value();
+    // The device thread ends alone, running nothing that was queued for the closed tree.
+    QTest::qWait(100);
+    EXPECT_EQ(access->writesAfter.load(), 0);
+}
+
 TEST(GenicamThreads, refusesNodesOfAnotherTree)
 {
     auto tree = openSimulated();
