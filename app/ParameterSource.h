@@ -47,6 +47,10 @@ public:
     // with nothing done when there is no change to take back. Failures as FeatureWriter reports them.
     bool undo(std::vector<FeatureFailure>* failures, std::string* what);
 
+    // The GenICam tree shown (Aravis's simulated camera, a description file, a live device), for
+    // jobs of a host's own on its device thread; empty for the example tree.
+    const boost::shared_ptr<core::models::GenicamParameterTree>& genicamTree() const { return m_device; }
+
     // Whether registers can be read and written by address (a GenICam device, not the example).
     bool hasRegisters() const { return m_device != nullptr; }
     // A 32-bit register, answered on the GUI thread later (an error where there are no registers).
@@ -63,9 +67,11 @@ public:
     // node in each; the nodes of a field (one feature with several indexes) all share its name.
     std::vector<EntryPtr> nodesNamed(const std::string& name) const;
 
-    // Returns when every write asked for so far has been answered and its result shown (or after
-    // timeoutMs); false on time-out.
-    bool waitIdle(int timeoutMs = 5000);
+    // Returns when every write asked for so far has been answered and its result shown; false when
+    // that takes longer than timeoutMs. Without a limit (the default) every write's outcome is
+    // waited for, however long the device's own time-outs make it: none gets lost to a wait that
+    // gave up first.
+    bool waitIdle(int timeoutMs = -1);
     // Reads every value again, for changes the tree cannot see by itself.
     void refresh();
 

@@ -148,7 +148,9 @@ public:
     // changed.
     void post(std::function<void(ArvDevice*)> job);
     // Processes Qt events until everything asked of the device thread so far has been answered
-    // and applied; false when that took longer than timeoutMs. For tests and scripted hosts.
+    // and applied; false when that took longer than timeoutMs (a negative timeoutMs: no limit; the
+    // device thread answers everything, each device access within the device's own time-outs).
+    // For tests and scripted hosts.
     bool waitIdle(int timeoutMs = 5000);
 
 private:

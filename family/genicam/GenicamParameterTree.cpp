@@ -500,7 +500,7 @@ bool GenicamParameterTree::waitIdle(int timeoutMs)
     QElapsedTimer timer;
     timer.start();
     while (m_impl->answeredBarrier < id) {
-        if (timer.elapsed() > timeoutMs)
+        if (timeoutMs >= 0 && timer.elapsed() > timeoutMs)
             return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         if (m_impl->answeredBarrier < id)

@@ -15,6 +15,14 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
+#include <chrono>
+
+#include <future>
+
+#include <QTimer>
+
 using namespace vorn::browser;
 using namespace vorn::core::models;
 
@@ -189,6 +197,28 @@ TEST(FeatureWriter, waitsForTheDeviceAndPlacesItsRefusals)
     EXPECT_EQ(valueOf(*source, "Width"), "256");
     EXPECT_EQ(valueOf(*source, "PixelFormat"), "Mono16");
     EXPECT_EQ(valueOf(*source, "TestRegister"), "7");
+}
+
+// A device that takes longer than any fixed wait would allow (here a device access that holds the
+// device thread for over five seconds, as a camera's time-outs do): the writer still waits for, and
+// reports, the outcome of every write.
+TEST(FeatureWriter, waitsForEveryOutcomeHoweverLongTheDeviceTakes)
+{
+    QString error;
+    auto source = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(source) << error.toStdString();
+    ASSERT_TRUE(source->genicamTree());
+    auto letGo = std::make_shared<std::promise<void>>();
+    std::shared_future<void> released = letGo->get_future().share();
+    source->genicamTree()->post([released](ArvDevice*) { released.wait_for(std::chrono::seconds(30)); });
+    // Let go from the event loop the writer runs while it waits.
+    QTimer::singleShot(6000, Qt::PreciseTimer, [letGo] { letGo->set_value(); });
+    const auto failures =
+        FeatureWriter(*source).apply({assign("Width", "256", 1), assign("Height", "4097", 2)});
+    EXPECT_EQ(texts(failures), (std::vector<std::string>{
+                                   "line 2: Cannot set Height to 4097: 4097 is above the maximum 2048",
+                               }));
+    EXPECT_EQ(valueOf(*source, "Width"), "256");
 }
 
 TEST(FeatureWriter, aSavedFileRestoresEveryWritableValueOfTheExample)
