@@ -49,7 +49,10 @@ inline std::string whyNoCamera()
 class FakeGvCamera
 {
 public:
-    explicit FakeGvCamera(const QString& serial) : m_serial(serial) {}
+    // address: one of the private loopback's (kCameraAddress, kSecondLoopbackAddress).
+    explicit FakeGvCamera(const QString& serial, const char* address = kCameraAddress)
+        : m_serial(serial), m_address(address)
+    {}
     ~FakeGvCamera() { stop(); }
 
     bool start()
@@ -60,7 +63,7 @@ public:
         m_process->start(QStringLiteral("timeout"),
                          {QStringLiteral("--signal=TERM"), QString::number(kCameraLifetimeSeconds),
                           QString::fromLatin1(kCameraTool), QStringLiteral("-i"),
-                          QString::fromLatin1(kCameraAddress), QStringLiteral("-s"), m_serial});
+                          QString::fromLatin1(m_address), QStringLiteral("-s"), m_serial});
         return m_process->waitForStarted(5000);
     }
 
@@ -128,17 +131,19 @@ private:
     }
 
     QString m_serial;
+    const char* m_address;
     std::unique_ptr<QProcess> m_process;
     QByteArray m_output;
 };
 
 // Opens the camera once it answers.
-inline boost::shared_ptr<core::models::GenicamParameterTree> openWhenReady(std::string* error)
+inline boost::shared_ptr<core::models::GenicamParameterTree>
+openWhenReady(std::string* error, const char* address = kCameraAddress)
 {
     QElapsedTimer waited;
     waited.start();
     for (;;) {
-        auto tree = core::models::GenicamParameterTree::openDevice(kCameraAddress, error);
+        auto tree = core::models::GenicamParameterTree::openDevice(address, error);
         if (tree || waited.elapsed() > 10000)
             return tree;
         QTest::qWait(200);
@@ -146,14 +151,14 @@ inline boost::shared_ptr<core::models::GenicamParameterTree> openWhenReady(std::
 }
 
 // Reads features with Aravis's command line tool: "Name = value ..." lines.
-inline std::map<std::string, std::string> readWithControlTool(const QStringList& features)
+inline std::map<std::string, std::string> readWithControlTool(const QStringList& features,
+                                                              const char* address = kCameraAddress)
 {
     QProcess tool;
     tool.setProcessChannelMode(QProcess::MergedChannels);
-    tool.start(
-        QString::fromLatin1(kControlTool),
-        QStringList{QStringLiteral("-a"), QString::fromLatin1(kCameraAddress), QStringLiteral("control")} +
-            features);
+    tool.start(QString::fromLatin1(kControlTool),
+               QStringList{QStringLiteral("-a"), QString::fromLatin1(address), QStringLiteral("control")} +
+                   features);
     std::map<std::string, std::string> values;
     if (!tool.waitForFinished(15000)) {
         tool.kill();

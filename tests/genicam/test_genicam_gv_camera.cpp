@@ -209,3 +209,41 @@ TEST(GenicamGvCamera, closingWhileTheCameraHangsDoesNotWaitForIt)
               << std::endl;
     camera.stop();
 }
+
+// Two cameras open at once, each with its own tree and device thread: what is written to one never
+// shows in the other, and one camera going away leaves the other connected.
+TEST(GenicamGvCamera, twoCamerasAtOnceShareNothing)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    const std::string serialA = "VA" + std::to_string(::getpid());
+    const std::string serialB = "VB" + std::to_string(::getpid());
+    FakeGvCamera cameraA(QString::fromStdString(serialA));
+    FakeGvCamera cameraB(QString::fromStdString(serialB), kSecondLoopbackAddress);
+    ASSERT_TRUE(cameraA.start() && cameraB.start()) << "cannot start " << kCameraTool;
+    std::string error;
+    auto treeA = openWhenReady(&error);
+    ASSERT_TRUE(treeA) << error << "\n" << cameraA.output().toStdString();
+    auto treeB = openWhenReady(&error, kSecondLoopbackAddress);
+    ASSERT_TRUE(treeB) << error << "\n" << cameraB.output().toStdString();
+    EXPECT_EQ(treeA->identity(), "Aravis Fake, serial " + serialA);
+    EXPECT_EQ(treeB->identity(), "Aravis Fake, serial " + serialB);
+
+    writeThroughCallback(treeA->find("Width"), boost::any(320LL));
+    writeThroughCallback(treeB->find("Width"), boost::any(640LL));
+    ASSERT_TRUE(treeA->waitIdle(10000) && treeB->waitIdle(10000));
+    EXPECT_EQ(valueOf(treeA->find("Width")), "320");
+    EXPECT_EQ(valueOf(treeB->find("Width")), "640");
+    EXPECT_EQ(readWithControlTool({"Width"})["Width"], "320");
+    EXPECT_EQ(readWithControlTool({"Width"}, kSecondLoopbackAddress)["Width"], "640");
+
+    cameraA.stop();
+    VORN_WAIT_UNTIL(treeA->deviceState() == GenicamParameterTree::dsLost, 5000);
+    EXPECT_EQ(treeB->deviceState(), GenicamParameterTree::dsConnected);
+    writeThroughCallback(treeB->find("Width"), boost::any(800LL));
+    ASSERT_TRUE(treeB->waitIdle(10000));
+    EXPECT_EQ(valueOf(treeB->find("Width")), "800");
+    treeA.reset();
+    treeB.reset();
+    cameraB.stop();
+}

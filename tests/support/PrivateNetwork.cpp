@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <arpa/inet.h>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <net/if.h>
+#include <netinet/in.h>
 #include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -55,6 +57,17 @@ bool bringLoopbackUp(std::string* why)
     }
     if (!up)
         *why = errnoText("bringing the private loopback up");
+    // A second address on it, for tests that serve two cameras at once (one camera per address).
+    if (up) {
+        ifreq alias{};
+        std::strncpy(alias.ifr_name, "lo:1", IFNAMSIZ - 1);
+        auto* address = reinterpret_cast<sockaddr_in*>(&alias.ifr_addr);
+        address->sin_family = AF_INET;
+        up = ::inet_pton(AF_INET, kSecondLoopbackAddress, &address->sin_addr) == 1 &&
+             ::ioctl(fd, SIOCSIFADDR, &alias) == 0;
+        if (!up)
+            *why = errnoText("giving the private loopback a second address");
+    }
     ::close(fd);
     return up;
 }

@@ -16,6 +16,9 @@
 namespace vorn {
 namespace test {
 
+// The private loopback's addresses: 127.0.0.1, and this one beside it for a second camera.
+constexpr const char* kSecondLoopbackAddress = "127.0.0.2";
+
 // Called before main by the programs that asked for a network of their own.
 void askForPrivateNetwork();
 
