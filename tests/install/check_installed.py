@@ -192,6 +192,11 @@ def judge(symbol_type, symbol, declarations):
     if made and made.group(1).startswith("construction vtable"):
         entity = entity.split("-in-")[-1]
     is_class_entity = made is not None and "thunk" not in made.group(1) and "guard" not in made.group(1)
+    if is_class_entity and made.group(1).startswith("typeinfo") and entity.rstrip().endswith((")", "*", "&")):
+        # The type information of a function or pointer type built of others (what std::function
+        # asks for in some builds, the sanitized ones among them): not a class, and made wherever
+        # the same type is used.
+        return None
     qualified = entity if is_class_entity else strip_parameters(entity)
     parts = components(qualified)
     # The innermost scope that an installed header declares as a class.
