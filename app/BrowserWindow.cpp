@@ -32,6 +32,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
@@ -736,11 +737,62 @@ void BrowserWindow::connectToDevice()
     dialog.discover();
     if (dialog.exec() != QDialog::Accepted)
         return;
-    QString error;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    auto source = ParameterSource::openDevice(dialog.deviceId(), &error);
-    QApplication::restoreOverrideCursor();
-    openSource(std::move(source), error);
+    connectTo(dialog.deviceId());
+}
+
+void BrowserWindow::connectTo(const QString& deviceId)
+{
+    // A connection under way gives way to the newest choice.
+    cancelConnecting();
+    log(QStringLiteral("Connecting to %1").arg(deviceId));
+    m_connecting = new QProgressDialog(QStringLiteral("Connecting to %1...").arg(deviceId),
+                                       QStringLiteral("Cancel"), 0, 0, this);
+    m_connecting->setWindowTitle(QStringLiteral("Connect to Device"));
+    m_connecting->setAttribute(Qt::WA_DeleteOnClose);
+    // Shown only when opening takes a moment; the window stays in use meanwhile.
+    m_connecting->setMinimumDuration(500);
+    m_connectingTo = deviceId;
+    connect(m_connecting, &QProgressDialog::canceled, this, &BrowserWindow::cancelConnecting);
+    m_opening = ParameterSource::openDeviceLater(
+        deviceId, [this, deviceId](std::unique_ptr<ParameterSource> source, const QString& error) {
+            // The opening is over: let go of it after this call, which it makes (unless a newer
+            // one has taken its place by then).
+            const core::models::GenicamParameterTree::Opening* over = m_opening.get();
+            QTimer::singleShot(0, this, [this, over] {
+                if (m_opening.get() == over)
+                    m_opening.reset();
+            });
+            if (m_connecting) {
+                // Closing a progress dialog counts as cancelling it.
+                QObject::disconnect(m_connecting, &QProgressDialog::canceled, this, nullptr);
+                m_connecting->close();
+                m_connecting = nullptr;
+            }
+            if (!source) {
+                log(QStringLiteral("Cannot connect to %1: %2").arg(deviceId, error));
+                reportError(error);
+                return;
+            }
+            setSource(std::move(source));
+        });
+}
+
+bool BrowserWindow::isConnecting() const
+{
+    return !m_connecting.isNull();
+}
+
+void BrowserWindow::cancelConnecting()
+{
+    if (!m_connecting)
+        return;
+    QProgressDialog* progress = m_connecting;
+    m_connecting = nullptr;
+    // Closing a progress dialog counts as cancelling it: once is enough.
+    QObject::disconnect(progress, &QProgressDialog::canceled, this, nullptr);
+    progress->close();
+    m_opening.reset();
+    log(QStringLiteral("Cancelled connecting to %1").arg(m_connectingTo));
 }
 
 void BrowserWindow::openSimulatedCamera()

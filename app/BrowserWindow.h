@@ -4,10 +4,12 @@
 #include "FeatureFailure.h"
 #include "ViewChoices.h"
 
+#include <vorn/host/GenicamParameterTree.h>
 #include <vorn/host/MvParametersEntryNode.h>
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QProgressDialog>
 
 #include <memory>
 #include <set>
@@ -92,6 +94,13 @@ public:
     // tree refused it (the refusal is logged).
     bool undoLastChange();
 
+    // Opens a live device without waiting for it: a progress dialog with Cancel shows while it
+    // takes a moment, the window stays in use, and the device is shown once open (a failure is
+    // logged and shown in the status bar). A newer choice cancels one under way.
+    void connectTo(const QString& deviceId);
+    bool isConnecting() const;
+    void cancelConnecting();
+
     // The register dialog (from the Guru level on, for GenICam devices); the open one, or nullptr.
     RegisterDialog* openRegisters();
     RegisterDialog* registers() const;
@@ -166,6 +175,9 @@ private:
     bool m_sourceWaiting = false;         // m_nextSource is to be shown once the writes are answered
     std::unique_ptr<ParameterSource> m_nextSource;
     bool m_closeWaiting = false; // a close asked for while writes were under way
+    std::unique_ptr<core::models::GenicamParameterTree::Opening> m_opening; // a device being opened
+    QPointer<QProgressDialog> m_connecting;                                 // its progress
+    QString m_connectingTo;                                                 // the device it opens
 };
 
 } // namespace browser

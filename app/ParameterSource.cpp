@@ -58,6 +58,27 @@ std::unique_ptr<ParameterSource> ParameterSource::openDevice(const QString& devi
     auto tree = GenicamParameterTree::openDevice(deviceId.toStdString(), &why);
     if (!tree)
         return failed(why.empty() ? "no device " + deviceId.toStdString() : why, error);
+    return ofDevice(deviceId, tree);
+}
+
+std::unique_ptr<GenicamParameterTree::Opening> ParameterSource::openDeviceLater(const QString& deviceId,
+                                                                                OpenDone done)
+{
+    return GenicamParameterTree::openDeviceLater(
+        deviceId.toStdString(),
+        [deviceId, done](boost::shared_ptr<GenicamParameterTree> tree, const std::string& why) {
+            if (!tree) {
+                done(nullptr,
+                     QString::fromStdString(why.empty() ? "no device " + deviceId.toStdString() : why));
+                return;
+            }
+            done(ofDevice(deviceId, tree), QString());
+        });
+}
+
+std::unique_ptr<ParameterSource>
+ParameterSource::ofDevice(const QString& deviceId, const boost::shared_ptr<GenicamParameterTree>& tree)
+{
     std::unique_ptr<ParameterSource> source(new ParameterSource);
     source->m_device = tree;
     source->m_address = deviceId;

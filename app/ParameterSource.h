@@ -30,6 +30,11 @@ public:
     static std::unique_ptr<ParameterSource> openXmlFile(const QString& path, QString* error);
     static std::unique_ptr<ParameterSource> openDevice(const QString& deviceId, QString* error);
     static std::unique_ptr<ParameterSource> openExample();
+    // A live device opened without waiting: done gets the source, or nullptr and the reason, later on
+    // the event loop; letting go of the returned Opening first cancels (done is not called).
+    using OpenDone = std::function<void(std::unique_ptr<ParameterSource> source, const QString& error)>;
+    static std::unique_ptr<core::models::GenicamParameterTree::Opening>
+    openDeviceLater(const QString& deviceId, OpenDone done);
 
     ~ParameterSource();
 
@@ -77,6 +82,8 @@ public:
 
 private:
     ParameterSource() = default;
+    static std::unique_ptr<ParameterSource>
+    ofDevice(const QString& deviceId, const boost::shared_ptr<core::models::GenicamParameterTree>& tree);
     void keepHistory();
 
     boost::shared_ptr<core::models::GenicamParameterTree> m_device;

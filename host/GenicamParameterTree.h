@@ -96,6 +96,18 @@ public:
     // A live device by its Aravis id (see listDevices), or by its address.
     static boost::shared_ptr<GenicamParameterTree> openDevice(const std::string& deviceId,
                                                               std::string* error = nullptr);
+    // A live device opened like openDevice, but without waiting: openDeviceLater returns at once,
+    // the device is opened on the tree's device thread, and done is called later on this thread's
+    // event loop with the tree, or with an empty pointer and the reason. Letting go of the Opening
+    // before then cancels: done is not called, and the device is released on its thread.
+    class VORN_GENICAM_API Opening
+    {
+    public:
+        virtual ~Opening();
+    };
+    using OpenDone =
+        std::function<void(boost::shared_ptr<GenicamParameterTree> tree, const std::string& error)>;
+    static std::unique_ptr<Opening> openDeviceLater(const std::string& deviceId, OpenDone done);
     // The devices present. Waits for the discovery (about a second for GigE Vision).
     static std::vector<DeviceInfo> listDevices();
 
@@ -158,6 +170,8 @@ private:
     GenicamParameterTree();
     static boost::shared_ptr<GenicamParameterTree> open(int source, const std::string& what,
                                                         std::string* error);
+    // A tree with its mailbox and its device, not started yet; empty without a Qt application.
+    static boost::shared_ptr<GenicamParameterTree> prepare(std::string* error);
 
     std::unique_ptr<Impl> m_impl;
 };

@@ -173,14 +173,20 @@ void GenicamDevice::release(std::unique_ptr<GenicamDevice> device)
 
 GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& what)
 {
-    auto result = std::make_shared<OpenResult>();
-    // Shared with the thread: it may still be inside set_value when this function has returned.
-    auto opened = std::make_shared<std::promise<void>>();
-    std::future<void> done = opened->get_future();
+    auto opened = std::make_shared<std::promise<std::shared_ptr<OpenResult>>>();
+    std::future<std::shared_ptr<OpenResult>> result = opened->get_future();
+    start(source, what, [opened](std::shared_ptr<OpenResult> r) { opened->set_value(std::move(r)); });
+    return *result.get();
+}
+
+void GenicamDevice::start(Source source, const std::string& what,
+                          std::function<void(std::shared_ptr<OpenResult>)> opened)
+{
     auto finished = std::make_shared<std::promise<void>>();
     m_finished = finished->get_future();
-    m_thread = std::thread([this, source, what, result, opened, finished] {
+    m_thread = std::thread([this, source, what, opened, finished] {
         AravisQuietScope quiet;
+        auto result = std::make_shared<OpenResult>();
         std::string error;
         result->ok = openSource(source, what, &error);
         if (result->ok && !buildLayout(&error)) {
@@ -208,8 +214,9 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         } else {
             result->error = error;
         }
-        opened->set_value();
-        if (result->ok)
+        const bool ok = result->ok;
+        opened(std::move(result));
+        if (ok)
             run();
         if (m_ownGc)
             g_object_unref(m_ownGc);
@@ -220,8 +227,6 @@ GenicamDevice::OpenResult GenicamDevice::open(Source source, const std::string& 
         m_gc = nullptr;
         finished->set_value();
     });
-    done.wait();
-    return *result;
 }
 
 bool GenicamDevice::openSource(Source source, const std::string& what, std::string* error)

@@ -63,6 +63,9 @@ public:
 
     // Starts the thread and opens the source on it; waits for the result.
     OpenResult open(Source source, const std::string& what);
+    // The same without waiting: opened gets the result, on the device thread.
+    void start(Source source, const std::string& what,
+               std::function<void(std::shared_ptr<OpenResult>)> opened);
 
     // place: the node the write came through, named again in an error.
     void write(int feature, int place, const boost::any& value);
@@ -88,15 +91,12 @@ private:
 
     struct Job
     {
-        enum Type { Open, Write, Refresh, Barrier, Raw } type = Refresh;
+        enum Type { Write, Refresh, Barrier, Raw } type = Refresh;
         int feature = -1;
         int place = -1;
         boost::any value;
         std::uint64_t barrier = 0;
         std::function<void(ArvDevice*)> raw;
-        Source source = Source::Simulated;
-        std::string what;
-        std::shared_ptr<OpenResult> result;
     };
 
     // What the device thread keeps per feature besides its layout.

@@ -135,6 +135,8 @@ public:
     }
 
     void build(const GenicamDevice::OpenResult& opened);
+    // Shows what the device thread opened: the nodes, the callback, the watchdog of a live device.
+    void finishOpen(int kind, const std::string& what, const GenicamDevice::OpenResult& opened);
     void addEntries(MvParametersEnumerationNode& node, const std::vector<genicam::EnumEntryLayout>& entries);
     void apply(const Publication& publication);
     void applyToNodes(int feature);
@@ -314,43 +316,112 @@ GenicamParameterTree::GenicamParameterTree() : m_impl(new Impl()) {}
 
 GenicamParameterTree::~GenicamParameterTree() = default;
 
+boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::prepare(std::string* error)
+{
+    if (!QCoreApplication::instance()) {
+        *error = "the GenICam backend needs a QCoreApplication (its values reach the nodes through the "
+                 "event loop)";
+        return boost::shared_ptr<GenicamParameterTree>();
+    }
+    boost::shared_ptr<GenicamParameterTree> tree(new GenicamParameterTree());
+    Impl* impl = tree->m_impl.get();
+    impl->receiver.reset(new Mailbox());
+    // impl lives as long as the mailbox that runs the work, so the work may use it.
+    impl->device.reset(
+        new GenicamDevice([impl, inbox = impl->receiver->inbox()](std::shared_ptr<Publication> publication) {
+            inbox->post([impl, publication] { impl->apply(*publication); });
+        }));
+    return tree;
+}
+
+void GenicamParameterTree::Impl::finishOpen(int kind, const std::string& what,
+                                            const GenicamDevice::OpenResult& opened)
+{
+    source = static_cast<GenicamDevice::Source>(kind) == GenicamDevice::Source::Simulated
+                 ? std::string("simulated camera")
+                 : what;
+    identity = opened.identity;
+    build(opened);
+    callback.reset(new Impl::Callback(this));
+    model->root()->setCallback(callback);
+    if (opened.layout.live) {
+        watchdog.reset(new QTimer());
+        QObject::connect(watchdog.get(), &QTimer::timeout, receiver.get(), [this] { checkDevice(); });
+        watchdog->start(kWatchdogPeriodMs);
+    }
+}
+
 boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::open(int source, const std::string& what,
                                                                    std::string* error)
 {
     std::string ignored;
     std::string& message = error ? *error : ignored;
     message.clear();
-    if (!QCoreApplication::instance()) {
-        message = "the GenICam backend needs a QCoreApplication (its values reach the nodes through the "
-                  "event loop)";
-        return boost::shared_ptr<GenicamParameterTree>();
-    }
-    boost::shared_ptr<GenicamParameterTree> tree(new GenicamParameterTree());
-    Impl* impl = tree->m_impl.get();
-    impl->receiver.reset(new Mailbox());
-    Mailbox* receiver = impl->receiver.get();
-    // impl lives as long as the mailbox that runs the work, so the work may use it.
-    impl->device.reset(
-        new GenicamDevice([impl, inbox = receiver->inbox()](std::shared_ptr<Publication> publication) {
-            inbox->post([impl, publication] { impl->apply(*publication); });
-        }));
-    const auto kind = static_cast<GenicamDevice::Source>(source);
-    GenicamDevice::OpenResult opened = impl->device->open(kind, what);
+    boost::shared_ptr<GenicamParameterTree> tree = prepare(&message);
+    if (!tree)
+        return tree;
+    const GenicamDevice::OpenResult opened =
+        tree->m_impl->device->open(static_cast<GenicamDevice::Source>(source), what);
     if (!opened.ok) {
         message = opened.error;
         return boost::shared_ptr<GenicamParameterTree>();
     }
-    impl->source = kind == GenicamDevice::Source::Simulated ? std::string("simulated camera") : what;
-    impl->identity = opened.identity;
-    impl->build(opened);
-    impl->callback.reset(new Impl::Callback(impl));
-    impl->model->root()->setCallback(impl->callback);
-    if (opened.layout.live) {
-        impl->watchdog.reset(new QTimer());
-        QObject::connect(impl->watchdog.get(), &QTimer::timeout, receiver, [impl] { impl->checkDevice(); });
-        impl->watchdog->start(kWatchdogPeriodMs);
-    }
+    tree->m_impl->finishOpen(source, what, opened);
     return tree;
+}
+
+GenicamParameterTree::Opening::~Opening() = default;
+
+namespace {
+
+// Holds the tree while its device is being opened: letting go of it cancels.
+class TreeOpening : public GenicamParameterTree::Opening
+{
+public:
+    explicit TreeOpening(boost::shared_ptr<GenicamParameterTree> tree) : tree(std::move(tree)) {}
+    boost::shared_ptr<GenicamParameterTree> tree;
+    std::shared_ptr<char> waiting = std::make_shared<char>(); // expires when the caller lets go
+};
+
+} // namespace
+
+std::unique_ptr<GenicamParameterTree::Opening>
+GenicamParameterTree::openDeviceLater(const std::string& deviceId, OpenDone done)
+{
+    std::string error;
+    boost::shared_ptr<GenicamParameterTree> tree = prepare(&error);
+    if (!tree) {
+        // Still later, as promised, and only if the caller keeps waiting.
+        auto opening = std::make_unique<TreeOpening>(tree);
+        std::weak_ptr<char> waiting = opening->waiting;
+        QTimer::singleShot(0, [done, error, waiting] {
+            if (!waiting.expired())
+                done(nullptr, error);
+        });
+        return opening;
+    }
+    Impl* impl = tree->m_impl.get();
+    const int kind = static_cast<int>(GenicamDevice::Source::Device);
+    boost::weak_ptr<GenicamParameterTree> weak(tree);
+    impl->device->start(GenicamDevice::Source::Device, deviceId,
+                        [impl, inbox = impl->receiver->inbox(), weak, done, deviceId,
+                         kind](std::shared_ptr<GenicamDevice::OpenResult> opened) {
+                            // Runs only while the tree lives: an opening let go of closes the inbox.
+                            inbox->post([impl, weak, done, deviceId, kind, opened] {
+                                boost::shared_ptr<GenicamParameterTree> tree = weak.lock();
+                                if (!tree)
+                                    return;
+                                if (!opened->ok) {
+                                    // The caller lets go of the tree now; it goes after this event.
+                                    QTimer::singleShot(0, QCoreApplication::instance(), [tree] {});
+                                    done(nullptr, opened->error);
+                                    return;
+                                }
+                                impl->finishOpen(kind, deviceId, *opened);
+                                done(tree, std::string());
+                            });
+                        });
+    return std::make_unique<TreeOpening>(tree);
 }
 
 boost::shared_ptr<GenicamParameterTree> GenicamParameterTree::openSimulated(std::string* error)

@@ -1,13 +1,18 @@
 // The browser's value writes against a live camera that stops answering: Aravis's simulated GigE
 // Vision camera on the loopback interface of this program's own network, frozen just before a load.
+#include "BrowserWindow.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
+
+#include "support/Eventually.h"
 
 #include "genicam/FakeGvCamera.h"
 
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <iostream>
@@ -83,4 +88,52 @@ TEST(BrowserDevice, aLoadReportsTheOutcomeOfEveryWriteWhenTheCameraStops)
     camera.resume();
     source.reset();
     camera.stop();
+}
+
+// Connect to Device opens the camera without the window waiting for it, names the camera in the title
+// and the status bar, can be cancelled, and says why when the camera does not answer.
+TEST(BrowserDevice, theWindowConnectsWithoutWaitingAndNamesTheCamera)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    QStandardPaths::setTestModeEnabled(true);
+    QSettings(QStringLiteral("Vorn"), QStringLiteral("parameter-browser")).clear();
+    const QString serial = QStringLiteral("VW%1").arg(::getpid());
+    FakeGvCamera camera(serial);
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    QString error;
+    ASSERT_TRUE(openCameraWhenReady(&error)) << error.toStdString();
+
+    BrowserWindow window;
+    window.show();
+    const QString address = QString::fromLatin1(kCameraAddress);
+    window.connectTo(address);
+    EXPECT_TRUE(window.isConnecting());
+    EXPECT_EQ(window.deviceStateText(), QStringLiteral("Nothing open"))
+        << "connectTo returned before the camera was open";
+    VORN_WAIT_UNTIL(!window.isConnecting(), 10000);
+    const QString named = QStringLiteral("%1 (Aravis Fake, serial %2)").arg(address, serial);
+    EXPECT_EQ(window.deviceStateText(), QStringLiteral("Connected: ") + named);
+    EXPECT_EQ(window.windowTitle(), named + QStringLiteral(" - Parameter Browser"));
+    const ParameterSource* connected = window.source();
+    ASSERT_TRUE(connected);
+
+    // Cancelled: the window keeps what it shows.
+    window.connectTo(address);
+    window.cancelConnecting();
+    EXPECT_FALSE(window.isConnecting());
+    QTest::qWait(1500);
+    EXPECT_EQ(window.source(), connected);
+    EXPECT_TRUE(window.logLines().last().endsWith(QStringLiteral("Cancelled connecting to ") + address))
+        << window.logLines().join(QLatin1Char('\n')).toStdString();
+
+    // A camera that does not answer: the reason, once opening gives up.
+    ASSERT_TRUE(camera.freeze());
+    window.connectTo(address);
+    VORN_WAIT_UNTIL(!window.isConnecting(), 30000);
+    EXPECT_EQ(window.source(), connected);
+    EXPECT_TRUE(window.lastErrorText().contains(address + QStringLiteral(": cannot open the device (")))
+        << window.lastErrorText().toStdString();
+    camera.resume();
+    window.close();
 }

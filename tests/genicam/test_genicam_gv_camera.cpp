@@ -247,3 +247,64 @@ TEST(GenicamGvCamera, twoCamerasAtOnceShareNothing)
     treeB.reset();
     cameraB.stop();
 }
+
+// Opening without waiting: the GUI thread's event loop runs while the device is opened, and done
+// comes once, later, with the tree; an opening let go of never calls done; a camera that does not
+// answer gives the reason, later too.
+TEST(GenicamGvCamera, opensWithoutWaitingAndCanBeCancelled)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    const std::string serial = "VO" + std::to_string(::getpid());
+    FakeGvCamera camera(QString::fromStdString(serial));
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    std::string error;
+    ASSERT_TRUE(openWhenReady(&error)) << error << "\n" << camera.output().toStdString();
+
+    int calls = 0;
+    boost::shared_ptr<GenicamParameterTree> opened;
+    std::string why;
+    auto done = [&](boost::shared_ptr<GenicamParameterTree> tree, const std::string& reason) {
+        ++calls;
+        opened = tree;
+        why = reason;
+    };
+    StallProbe probe;
+    auto opening = GenicamParameterTree::openDeviceLater(kCameraAddress, done);
+    ASSERT_TRUE(opening);
+    EXPECT_EQ(calls, 0) << "done is called from the event loop, not from within";
+    VORN_WAIT_UNTIL(calls == 1, 10000);
+    ASSERT_TRUE(opened) << why;
+    EXPECT_EQ(why, "");
+    EXPECT_EQ(opened->identity(), "Aravis Fake, serial " + serial);
+    EXPECT_EQ(valueOf(opened->find("DeviceID")), "\"" + serial + "\"");
+    EXPECT_EQ(opened->deviceState(), GenicamParameterTree::dsConnected);
+    writeThroughCallback(opened->find("Width"), boost::any(320LL));
+    ASSERT_TRUE(opened->waitIdle(10000));
+    EXPECT_EQ(valueOf(opened->find("Width")), "320");
+    const qint64 openStall = probe.longestMs();
+    opening.reset();
+    opened.reset();
+
+    int cancelledCalls = 0;
+    auto cancelled =
+        GenicamParameterTree::openDeviceLater(kCameraAddress, [&](boost::shared_ptr<GenicamParameterTree>,
+                                                                  const std::string&) { ++cancelledCalls; });
+    cancelled.reset();
+    QTest::qWait(1500);
+    EXPECT_EQ(cancelledCalls, 0);
+
+    ASSERT_TRUE(camera.freeze());
+    calls = 0;
+    StallProbe frozenProbe;
+    auto failing = GenicamParameterTree::openDeviceLater(kCameraAddress, done);
+    VORN_WAIT_UNTIL(calls == 1, 30000);
+    EXPECT_FALSE(opened);
+    EXPECT_EQ(why.rfind(std::string(kCameraAddress) + ": cannot open the device (", 0), 0u) << why;
+    std::cout << "[ timing   ] longest GUI stall while opening " << openStall
+              << " ms; while a frozen camera was being opened " << frozenProbe.longestMs() << " ms"
+              << std::endl;
+    failing.reset();
+    camera.resume();
+    camera.stop();
+}
