@@ -733,7 +733,6 @@ void BrowserWindow::openDescription()
 void BrowserWindow::connectToDevice()
 {
     DeviceDialog dialog(this);
-    dialog.show();
     dialog.discover();
     if (dialog.exec() != QDialog::Accepted)
         return;

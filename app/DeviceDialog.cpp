@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <QtConcurrent/QtConcurrentRun>
 
 namespace vorn {
 namespace browser {
@@ -38,10 +39,11 @@ DeviceDialog::DeviceDialog(QWidget* parent) : QDialog(parent)
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("Connect"));
-    auto* refresh = buttons->addButton(QStringLiteral("Search Again"), QDialogButtonBox::ActionRole);
+    m_searchAgain = buttons->addButton(QStringLiteral("Search Again"), QDialogButtonBox::ActionRole);
     layout->addWidget(buttons);
 
-    connect(refresh, &QPushButton::clicked, this, &DeviceDialog::discover);
+    connect(m_searchAgain, &QPushButton::clicked, this, &DeviceDialog::discover);
+    connect(&m_search, &QFutureWatcher<Devices>::finished, this, [this] { showDevices(m_search.result()); });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_devices, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
@@ -65,10 +67,20 @@ QString DeviceDialog::deviceId() const
 
 void DeviceDialog::discover()
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const auto devices = core::models::GenicamParameterTree::listDevices();
-    QApplication::restoreOverrideCursor();
+    if (m_search.isRunning())
+        return;
+    m_devices->clear();
+    auto* item = new QTreeWidgetItem(m_devices, {QStringLiteral("Searching...")});
+    item->setFlags(Qt::NoItemFlags);
+    m_searchAgain->setEnabled(false);
+    // The result is only looked at through the watcher, which this dialog owns: a dialog closed
+    // during a search leaves the worker to finish alone.
+    m_search.setFuture(QtConcurrent::run([] { return core::models::GenicamParameterTree::listDevices(); }));
+}
 
+void DeviceDialog::showDevices(const Devices& devices)
+{
+    m_searchAgain->setEnabled(true);
     m_devices->clear();
     for (const auto& d : devices) {
         auto* item = new QTreeWidgetItem(m_devices);
@@ -79,9 +91,11 @@ void DeviceDialog::discover()
     if (devices.empty()) {
         auto* item = new QTreeWidgetItem(m_devices, {QStringLiteral("No device found")});
         item->setFlags(Qt::NoItemFlags);
-        return;
+    } else if (m_id->text().trimmed().isEmpty()) {
+        // What was typed meanwhile stays.
+        m_devices->setCurrentItem(m_devices->topLevelItem(0));
     }
-    m_devices->setCurrentItem(m_devices->topLevelItem(0));
+    emit searched();
 }
 
 } // namespace browser

@@ -1,8 +1,14 @@
 #pragma once
 
 #include <QDialog>
+#include <QFutureWatcher>
+
+#include <vorn/host/GenicamParameterTree.h>
+
+#include <vector>
 
 class QLineEdit;
+class QPushButton;
 class QTreeWidget;
 
 namespace vorn {
@@ -20,14 +26,26 @@ public:
 
     // The id or address to open.
     QString deviceId() const;
+    // Whether a search is under way.
+    bool isSearching() const { return m_search.isRunning(); }
 
 public slots:
-    // Looks for devices again; takes about a second, as GigE Vision discovery waits for answers.
+    // Looks for devices again. GigE Vision discovery waits about a second for answers, so the search
+    // runs on a worker thread; the list says "Searching..." meanwhile and the dialog stays in use.
     void discover();
 
+signals:
+    // The list shows what the last search found.
+    void searched();
+
 private:
+    using Devices = std::vector<core::models::GenicamParameterTree::DeviceInfo>;
+    void showDevices(const Devices& devices);
+
     QTreeWidget* m_devices = nullptr;
     QLineEdit* m_id = nullptr;
+    QPushButton* m_searchAgain = nullptr;
+    QFutureWatcher<Devices> m_search;
 };
 
 } // namespace browser

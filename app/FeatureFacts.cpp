@@ -79,10 +79,21 @@ QString FeatureFacts::representation() const
 
 QString FeatureFacts::entries() const
 {
+    // The entry the feature holds now is marked, unless its value cannot be read.
+    const ParameterValue current = m_node.getDataValid() ? m_kind.value(m_node) : ParameterValue();
+    const auto isCurrent = [&current](const ParameterChoice& choice) {
+        if (const auto* number = std::get_if<long long>(&current))
+            return *number == choice.value;
+        if (const auto* symbolic = std::get_if<std::string>(&current))
+            return *symbolic == choice.symbolic;
+        return false;
+    };
     QStringList lines;
     for (const ParameterChoice& choice : m_kind.limits(m_node).choices) {
         const std::string& name = choice.displayName.empty() ? choice.symbolic : choice.displayName;
         QString line = QStringLiteral("%1 = %2").arg(latin1(name)).arg(choice.value);
+        if (isCurrent(choice))
+            line += QStringLiteral(", current");
         if (choice.access == peamNotImplemented)
             line += QStringLiteral(", not implemented");
         else if (choice.access == peamNotAvailable)

@@ -27,8 +27,9 @@ public:
     QString increment() const;
     QString unit() const;
     QString representation() const;
-    // An enumeration's entries, one line each in entry order: display name, value, and why it cannot
-    // be chosen where it cannot ("Mono8 = 17301505", "RGB8 = 35127316, not available now").
+    // An enumeration's entries, one line each in entry order: display name, value, the one held now,
+    // and why it cannot be chosen where it cannot ("Mono8 = 17301505, current", "RGB8 = 35127316, not
+    // available now").
     QString entries() const;
 
     // Whether the feature holds a value (not a category, command or plain entry).

@@ -1,6 +1,7 @@
 // The browser's value writes against a live camera that stops answering: Aravis's simulated GigE
 // Vision camera on the loopback interface of this program's own network, frozen just before a load.
 #include "BrowserWindow.h"
+#include "DeviceDialog.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
 
@@ -12,8 +13,10 @@
 
 #include <QElapsedTimer>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTreeWidget>
 
 #include <iostream>
 #include <map>
@@ -136,4 +139,36 @@ TEST(BrowserDevice, theWindowConnectsWithoutWaitingAndNamesTheCamera)
         << window.lastErrorText().toStdString();
     camera.resume();
     window.close();
+}
+
+// The Connect dialog lists what discovery finds, each camera as one row, without the window waiting.
+TEST(BrowserDevice, theConnectDialogListsTheCameraItFinds)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    const QString serial = QStringLiteral("VL%1").arg(::getpid());
+    FakeGvCamera camera(serial);
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    QString error;
+    ASSERT_TRUE(openCameraWhenReady(&error)) << error.toStdString();
+
+    DeviceDialog dialog;
+    dialog.show();
+    QSignalSpy searched(&dialog, &DeviceDialog::searched);
+    dialog.discover();
+    auto* list = dialog.findChild<QTreeWidget*>();
+    ASSERT_TRUE(list);
+    ASSERT_EQ(list->topLevelItemCount(), 1);
+    EXPECT_EQ(list->topLevelItem(0)->text(0), QStringLiteral("Searching..."));
+    VORN_WAIT_EQ(searched.count(), 1, 10000);
+    QStringList rows;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < list->columnCount(); ++column)
+            cells << list->topLevelItem(row)->text(column);
+        rows << cells.join(QStringLiteral(" | "));
+    }
+    EXPECT_EQ(rows, QStringList{QStringLiteral("Aravis-Fake-%1 | Aravis | Fake | %1 | %2 | GigEVision")
+                                    .arg(serial, QString::fromLatin1(kCameraAddress))});
+    EXPECT_EQ(dialog.deviceId(), QStringLiteral("Aravis-Fake-") + serial) << "the first camera is chosen";
 }

@@ -12,6 +12,7 @@
 #include "ParameterSource.h"
 #include "RegisterDialog.h"
 
+#include "support/Eventually.h"
 #include "support/ModelDump.h"
 #include "support/Review.h"
 
@@ -371,8 +372,8 @@ TEST_F(BrowserWindowTest, theDescriptionPaneDescribesTheSelectedFeature)
     EXPECT_EQ(pane->shownText(QStringLiteral("Kind")), QStringLiteral("Enumeration"));
     EXPECT_EQ(pane->shownText(QStringLiteral("Range")), QString());
     EXPECT_EQ(pane->shownText(QStringLiteral("Entries")),
-              QStringLiteral("Mono8 = 17301505\nMono 12 = 17825797\nMono 16 = 17825799, not available now\n"
-                             "RGB 8 = 35127316"));
+              QStringLiteral("Mono8 = 17301505, current\nMono 12 = 17825797\n"
+                             "Mono 16 = 17825799, not available now\nRGB 8 = 35127316"));
     choose("modelBox", QStringLiteral("Plain"));
     EXPECT_EQ(pane->shownText(QStringLiteral("Name")), QStringLiteral("PixelFormat"));
 }
@@ -390,10 +391,9 @@ TEST_F(BrowserWindowTest, anOfflineDescriptionSaysSoAndShowsWhatTheFileHolds)
     auto* pane = child<FeatureDetailsPane>("detailsPane");
     ASSERT_TRUE(pane);
     ASSERT_TRUE(window->selectFeature(QStringLiteral("PixelFormat")));
-    EXPECT_EQ(
-        pane->shownText(QStringLiteral("Entries")),
-        QStringLiteral("BayerBG8 = 17301515\nBayerGB8 = 17301514\nBayerGR8 = 17301512\nBayerRG8 = 17301513\n"
-                       "Mono8 = 17301505\nRGB8 = 35127316\nMono16 = 17825799"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Entries")),
+              QStringLiteral("BayerBG8 = 17301515, current\nBayerGB8 = 17301514\nBayerGR8 = 17301512\n"
+                             "BayerRG8 = 17301513\nMono8 = 17301505\nRGB8 = 35127316\nMono16 = 17825799"));
     EXPECT_EQ(valueShown("Pixel format"), QStringLiteral("BayerBG8"));
     // What only the camera knows is blank, and says why.
     ASSERT_TRUE(window->selectFeature(QStringLiteral("DeviceID")));
@@ -592,8 +592,11 @@ TEST_F(BrowserWindowTest, theDeviceDialogConnectsOnlyOnceADeviceIsNamed)
 {
     DeviceDialog dialog(window.get());
     dialog.show();
+    QSignalSpy searched(&dialog, &DeviceDialog::searched);
     dialog.discover();
-    settle();
+    EXPECT_TRUE(dialog.isSearching()) << "the search runs while the dialog is in use";
+    VORN_WAIT_EQ(searched.count(), 1, 10000);
+    EXPECT_FALSE(dialog.isSearching());
     auto* connectButton = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
     auto* id = dialog.findChild<QLineEdit*>();
     ASSERT_TRUE(connectButton && id);
