@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QPixmap>
 
 #include <cstdio>
@@ -189,6 +190,9 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("parameter-browser"));
     QApplication::setOrganizationName(QStringLiteral("Vorn"));
+    // The same picture the desktop entry names, for window managers that take it from the window.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/vorn/browser/vorn-parameter-browser.png")));
+    QApplication::setDesktopFileName(QStringLiteral("vorn-parameter-browser"));
     if (options.help) {
         std::fputs(qPrintable(BrowserOptions::helpText()), stdout);
         return 0;

@@ -49,9 +49,9 @@ function(vorn_export target name)
   set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
   add_library(Vorn::${name} ALIAS ${target})
   install(TARGETS ${target} EXPORT VornTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 endfunction()
 
 # vorn_public_headers(<folder> <headers>...): the headers of a library folder that a host includes, as
@@ -63,7 +63,7 @@ function(vorn_public_headers folder)
     list(APPEND paths ${PROJECT_SOURCE_DIR}/${folder}/${header})
     set_property(GLOBAL APPEND PROPERTY VORN_PUBLIC_HEADERS ${folder}/${header})
   endforeach()
-  install(FILES ${paths} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorn/${folder})
+  install(FILES ${paths} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorn/${folder} COMPONENT Development)
 endfunction()
 
 # vorn_check_layers(): fails the build when a folder includes a folder above it, a private header of
