@@ -34,6 +34,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStyle>
@@ -251,14 +252,21 @@ TEST_F(BrowserWindowTest, expansionAndSelectionAreKeptAcrossSearchModelAndVisibi
     EXPECT_TRUE(expanded("Device Control"));
     EXPECT_TRUE(expanded("Image Format Control"));
     EXPECT_TRUE(expanded("Acquisition Control"));
-    // A person closes one and picks a feature.
+    // A person closes one and picks a feature, in a window small enough that the tree scrolls.
+    window->resize(640, 360);
+    settle();
     window->view()->collapse(findRow(shown(), QStringLiteral("Device Control")));
     ASSERT_TRUE(window->selectFeature(QStringLiteral("Height")));
+    ASSERT_GT(window->view()->verticalScrollBar()->maximum(), 0) << "the tree fits: nothing to scroll";
     auto check = [&](const char* after) {
         EXPECT_FALSE(expanded("Device Control")) << after;
         EXPECT_TRUE(expanded("Image Format Control")) << after;
         EXPECT_TRUE(expanded("Acquisition Control")) << after;
         EXPECT_EQ(window->details()->shownText(QStringLiteral("Name")), QStringLiteral("Height")) << after;
+        // The selected row stays where a person can see it.
+        auto* view = window->view();
+        EXPECT_TRUE(view->viewport()->rect().contains(view->visualRect(view->currentIndex())))
+            << after << ": the selection is scrolled out of sight";
     };
     auto* search = child<QLineEdit>("searchBox");
     searchUsed = true;
@@ -274,6 +282,9 @@ TEST_F(BrowserWindowTest, expansionAndSelectionAreKeptAcrossSearchModelAndVisibi
     check("a visibility change");
     choose("modelBox", QStringLiteral("Styled"));
     check("a switch back");
+    window->refresh();
+    settle();
+    check("a refresh");
 }
 
 TEST_F(BrowserWindowTest, theKeyboardEditsValuesAndRunsCommands)
