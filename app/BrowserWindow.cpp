@@ -12,6 +12,7 @@
 #include "RegisterDialog.h"
 
 #include <vorn/delegate/Qt4ParametersItemDelegate.h>
+#include <vorn/host/ParameterKind.h>
 #include <vorn/host/Qt4GenericModelNode.h>
 #include <vorn/host/Qt4GenericTreeView.h>
 
@@ -342,6 +343,10 @@ void BrowserWindow::setSource(std::unique_ptr<ParameterSource> source)
     m_view->setModel(nullptr);
     m_models.reset();
     m_source = std::move(source);
+    m_commandsRunning.clear();
+    if (m_source)
+        m_source->setCommandObserver(
+            [this](const std::string& name) { commandStarted(QString::fromLatin1(name.c_str())); });
     m_expanded.clear();
     m_expansionKnown = false;
     m_searching = !m_searchBox->text().trimmed().isEmpty();
@@ -700,9 +705,68 @@ QStringList BrowserWindow::logLines() const
 
 void BrowserWindow::reportError(const QString& message)
 {
-    log(message);
+    // A running command's refusal ends its "Running" line in the log instead of a line of its own.
+    bool ofCommand = false;
+    for (auto& [name, failure] : m_commandsRunning) {
+        const QString prefix = QStringLiteral("Cannot execute %1: ").arg(name);
+        if (failure.isEmpty() && message.startsWith(prefix)) {
+            failure = message.mid(prefix.size());
+            ofCommand = true;
+            break;
+        }
+    }
+    if (!ofCommand)
+        log(message);
     m_errorLabel->setFullText(
         QStringLiteral("%1  %2").arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), message));
+}
+
+// A command shows that it runs ("running..." on its button, "Running X" in the log) and then how it
+// ended: "X done" once the device has answered and the command no longer runs, or "X failed: <the
+// device's reason>".
+void BrowserWindow::commandStarted(const QString& name)
+{
+    if (m_commandsRunning.count(name))
+        return; // started again before it ended: one account of it
+    m_commandsRunning[name] = QString();
+    log(QStringLiteral("Running %1").arg(name));
+    // The source calls back only while it lives, and this window owns it.
+    m_source->whenIdle([this, name] { commandAnswered(name); });
+}
+
+void BrowserWindow::commandAnswered(const QString& name)
+{
+    const auto it = m_commandsRunning.find(name);
+    if (it == m_commandsRunning.end())
+        return;
+    if (!it->second.isEmpty()) {
+        log(QStringLiteral("%1 failed: %2").arg(name, it->second));
+        m_commandsRunning.erase(it);
+        return;
+    }
+    watchCommand(name);
+}
+
+// A command the device still runs (its done flag not set) is looked at again a little later; the
+// look reads the tree's copy, not the device.
+void BrowserWindow::watchCommand(const QString& name)
+{
+    const auto it = m_commandsRunning.find(name);
+    if (it == m_commandsRunning.end() || !m_source)
+        return;
+    bool running = false;
+    for (const auto& node : m_source->nodesNamed(name.toStdString()))
+        running = running || (node && core::models::ParameterKind::of(*node).active(*node));
+    if (!running) {
+        log(QStringLiteral("%1 done").arg(name));
+        m_commandsRunning.erase(it);
+        return;
+    }
+    const ParameterSource* source = m_source.get();
+    QTimer::singleShot(100, this, [this, name, source] {
+        if (m_source.get() == source)
+            watchCommand(name);
+    });
 }
 
 bool BrowserWindow::openSource(std::unique_ptr<ParameterSource> source, const QString& error)

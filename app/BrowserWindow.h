@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QProgressDialog>
 
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -138,6 +139,9 @@ private:
     void showDeviceState();
     void updateRegistersAction();
     void reportError(const QString& message);
+    void commandStarted(const QString& name);
+    void commandAnswered(const QString& name);
+    void watchCommand(const QString& name);
     // A time-stamped line in the log dock: device events, refusals, loads and saves.
     void log(const QString& text);
     bool openSource(std::unique_ptr<ParameterSource> source, const QString& error);
@@ -175,6 +179,8 @@ private:
     bool m_sourceWaiting = false;         // m_nextSource is to be shown once the writes are answered
     std::unique_ptr<ParameterSource> m_nextSource;
     bool m_closeWaiting = false; // a close asked for while writes were under way
+    // Commands run and not yet answered, by name: why the tree refused one, empty while none came.
+    std::map<QString, QString> m_commandsRunning;
     std::unique_ptr<core::models::GenicamParameterTree::Opening> m_opening; // a device being opened
     QPointer<QProgressDialog> m_connecting;                                 // its progress
     QString m_connectingTo;                                                 // the device it opens

@@ -10,6 +10,11 @@ using namespace core::models;
 
 void EditHistory::setValue(boost::shared_ptr<MvParametersEntryNode> node, boost::any value)
 {
+    // The tree may refuse a command at once and report it before this returns; the observer hears
+    // of the command first, so that it knows whose refusal that is.
+    const bool command = node && ParameterKind::of(*node).id() == ParameterKindId::Command;
+    if (command && m_commandObserver)
+        m_commandObserver(node->getName());
     if (!m_paused && node) {
         const ParameterKind& kind = ParameterKind::of(*node);
         // Commands have no value to go back to; a value never read cannot be put back.

@@ -5,6 +5,7 @@
 #include <vorn/host/ParameterModelCallback.h>
 
 #include <deque>
+#include <functional>
 #include <string>
 
 namespace vorn {
@@ -36,11 +37,17 @@ public:
     // paused, so that the write back is not a change of its own).
     Change takeLatest();
     void pause(bool paused) { m_paused = paused; }
+    // Told the name of each command run through the tree (after it was handed on), paused or not.
+    void setCommandObserver(std::function<void(const std::string& name)> observer)
+    {
+        m_commandObserver = std::move(observer);
+    }
 
 private:
     boost::shared_ptr<core::ParameterModelCallback> m_tree;
     std::deque<Change> m_changes;
     bool m_paused = false;
+    std::function<void(const std::string& name)> m_commandObserver;
 };
 
 } // namespace browser

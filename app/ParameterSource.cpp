@@ -6,6 +6,7 @@
 #include "example/ExampleTree.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <boost/make_shared.hpp>
 
@@ -190,6 +191,16 @@ bool ParameterSource::waitIdle(int timeoutMs)
     // The example tree answers every write at once; only its timers run later.
     QCoreApplication::processEvents();
     return true;
+}
+
+void ParameterSource::whenIdle(std::function<void()> done)
+{
+    if (m_device) {
+        m_device->whenIdle(std::move(done));
+        return;
+    }
+    // The example tree answers every write at once.
+    QTimer::singleShot(0, m_idleContext.get(), std::move(done));
 }
 
 void ParameterSource::refresh()

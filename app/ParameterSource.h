@@ -6,6 +6,7 @@
 #include "EditHistory.h"
 #include "FeatureFailure.h"
 
+#include <QObject>
 #include <QString>
 
 #include <cstdint>
@@ -48,6 +49,11 @@ public:
     QString answeringDevice() const;
     // The values changed through the tree's callback (by the views, loads, --set), most recent last.
     const EditHistory* history() const { return m_history.get(); }
+    // Told the name of each command run through the tree, as it is handed to the tree.
+    void setCommandObserver(std::function<void(const std::string& name)> observer)
+    {
+        m_history->setCommandObserver(std::move(observer));
+    }
     // Writes back the value before the latest change (through the same checks as any write); false
     // with nothing done when there is no change to take back. Failures as FeatureWriter reports them.
     bool undo(std::vector<FeatureFailure>* failures, std::string* what);
@@ -77,6 +83,9 @@ public:
     // waited for, however long the device's own time-outs make it: none gets lost to a wait that
     // gave up first.
     bool waitIdle(int timeoutMs = -1);
+    // Calls done from the event loop once every write so far has its outcome reported; never after
+    // this source is gone.
+    void whenIdle(std::function<void()> done);
     // Reads every value again, for changes the tree cannot see by itself.
     void refresh();
 
@@ -92,6 +101,8 @@ private:
     QString m_address; // a live device's id
     bool m_offline = false;
     boost::shared_ptr<EditHistory> m_history; // between the tree's root and its callback
+    // Calls of whenIdle on the example tree end with it.
+    std::unique_ptr<QObject> m_idleContext = std::make_unique<QObject>();
 };
 
 } // namespace browser

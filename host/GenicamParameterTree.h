@@ -164,6 +164,10 @@ public:
     // device thread answers everything, each device access within the device's own time-outs).
     // For tests and scripted hosts.
     bool waitIdle(int timeoutMs = 5000);
+    // Calls done on this thread, from the event loop, once everything asked of the device thread so
+    // far has been answered and applied (the outcome of each write reported). Never called when the
+    // tree goes first.
+    void whenIdle(std::function<void()> done);
 
 private:
     class Impl;

@@ -142,6 +142,8 @@ public:
     virtual void setValue(MvParametersEntryNode& node, const ParameterValue& value) const;
     virtual void setLimits(MvParametersEntryNode& node, const ParameterLimits& limits) const;
     virtual void setActive(MvParametersEntryNode& node, bool active) const;
+    // Whether the node is a command that runs now (never for the other kinds).
+    virtual bool active(const MvParametersEntryNode& node) const;
     virtual void setPresentation(MvParametersEntryNode& node,
                                  const ParameterPresentation& presentation) const;
     // What a tree has read into the node: access, validity, value, limits and the active state.

@@ -159,6 +159,7 @@ public:
     std::uint64_t giveUps = 0; // times the GUI gave the device up for lost
     std::uint64_t lastBarrier = 0;
     std::uint64_t answeredBarrier = 0;
+    std::deque<std::pair<std::uint64_t, std::function<void()>>> idleWaiters; // by barrier, ascending
     std::unique_ptr<Mailbox> receiver;
     std::unique_ptr<QTimer> watchdog;
     std::unique_ptr<GenicamDevice> device;
@@ -280,6 +281,13 @@ void GenicamParameterTree::Impl::apply(const Publication& publication)
     }
     if (publication.barrier > answeredBarrier)
         answeredBarrier = publication.barrier;
+    // A waiter may free the tree: each is taken off the queue before it runs, and nothing of this
+    // tree is touched after the last one.
+    while (!idleWaiters.empty() && idleWaiters.front().first <= answeredBarrier) {
+        std::function<void()> done = std::move(idleWaiters.front().second);
+        idleWaiters.pop_front();
+        QTimer::singleShot(0, receiver.get(), std::move(done));
+    }
 }
 
 void GenicamParameterTree::Impl::write(const boost::shared_ptr<MvParametersEntryNode>& node,
@@ -562,6 +570,13 @@ void GenicamParameterTree::refresh()
 void GenicamParameterTree::post(std::function<void(ArvDevice*)> job)
 {
     m_impl->device->post(std::move(job));
+}
+
+void GenicamParameterTree::whenIdle(std::function<void()> done)
+{
+    const std::uint64_t id = ++m_impl->lastBarrier;
+    m_impl->idleWaiters.emplace_back(id, std::move(done));
+    m_impl->device->barrier(id);
 }
 
 bool GenicamParameterTree::waitIdle(int timeoutMs)

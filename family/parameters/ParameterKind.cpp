@@ -99,6 +99,11 @@ void ParameterKind::setLimits(MvParametersEntryNode&, const ParameterLimits&) co
 
 void ParameterKind::setActive(MvParametersEntryNode&, bool) const {}
 
+bool ParameterKind::active(const MvParametersEntryNode&) const
+{
+    return false;
+}
+
 void ParameterKind::setPresentation(MvParametersEntryNode&, const ParameterPresentation&) const {}
 
 bool ParameterKind::writable(const MvParametersEntryNode& node) const

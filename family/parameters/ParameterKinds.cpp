@@ -669,6 +669,11 @@ public:
         static_cast<MvParametersCommandNode&>(node).setActive(active);
     }
 
+    bool active(const MvParametersEntryNode& node) const override
+    {
+        return static_cast<const MvParametersCommandNode&>(node).getActive();
+    }
+
     bool writable(const MvParametersEntryNode& node) const override
     {
         const ParameterEntryAccessMode mode = node.getAccessMode();

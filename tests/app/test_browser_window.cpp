@@ -329,6 +329,64 @@ TEST_F(BrowserWindowTest, theKeyboardEditsValuesAndRunsCommands)
     EXPECT_EQ(clicked.count(), 1);
 }
 
+TEST_F(BrowserWindowTest, aCommandShowsThatItRunsAndThenDoneOrFailedWithTheReason)
+{
+    auto* view = window->view();
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("AcquisitionStart")));
+    settle();
+    const QModelIndex row = view->currentIndex();
+    QWidget* cell = view->indexWidget(row.sibling(row.row(), 1));
+    ASSERT_TRUE(cell);
+    auto* button = cell->findChild<QAbstractButton*>();
+    ASSERT_TRUE(button);
+    const int before = window->logLines().size();
+    auto logged = [&] {
+        QStringList lines = window->logLines().mid(before);
+        for (QString& line : lines)
+            line = line.mid(10); // the time
+        return lines;
+    };
+    // The example's acquisition runs for a while after it starts: its button says so, and the log
+    // says it is done only once it no longer runs.
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_Space);
+    settle();
+    EXPECT_EQ(logged(), QStringList{QStringLiteral("Running AcquisitionStart")});
+    EXPECT_EQ(button->text(), QStringLiteral("running..."));
+    VORN_WAIT_EQ(logged().size(), 2, 5000);
+    EXPECT_EQ(logged(), QStringList({QStringLiteral("Running AcquisitionStart"),
+                                     QStringLiteral("AcquisitionStart done")}));
+    EXPECT_EQ(button->text(), QStringLiteral("Execute"));
+
+    // A command the tree refuses: its reason ends the account, in one line.
+    FeatureWriter(*window->source()).apply({FeatureAssignment{"AcquisitionStop", -1, "", 0}});
+    VORN_WAIT_EQ(logged().size(), 4, 5000);
+    EXPECT_EQ(logged().mid(2),
+              QStringList({QStringLiteral("Running AcquisitionStop"),
+                           QStringLiteral("AcquisitionStop failed: the feature is read-only")}));
+}
+
+// The same account for a camera's command, once the device thread has answered it.
+TEST_F(BrowserWindowTest, aCameraCommandIsDoneOnceTheDeviceAnswered)
+{
+    QString error;
+    auto camera = ParameterSource::openSimulated(&error);
+    ASSERT_TRUE(camera) << error.toStdString();
+    window->setSource(std::move(camera));
+    settle();
+    const int before = window->logLines().size();
+    auto logged = [&] {
+        QStringList lines = window->logLines().mid(before);
+        for (QString& line : lines)
+            line = line.mid(10);
+        return lines;
+    };
+    FeatureWriter(*window->source()).apply({FeatureAssignment{"AcquisitionStart", -1, "", 0}});
+    VORN_WAIT_EQ(logged().size(), 2, 5000);
+    EXPECT_EQ(logged(), QStringList({QStringLiteral("Running AcquisitionStart"),
+                                     QStringLiteral("AcquisitionStart done")}));
+}
+
 TEST_F(BrowserWindowTest, eachModelSaysWhatItIsFor)
 {
     auto* box = child<QComboBox>("modelBox");
