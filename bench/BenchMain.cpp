@@ -71,7 +71,7 @@ namespace {
 
 struct Options
 {
-    std::vector<int> sizes{300, 3000, 30000, 100000};
+    std::vector<int> sizes{300, 3000, 10000, 30000, 100000};
     std::vector<HiddenRows> layouts{HiddenRows::Interleaved, HiddenRows::Clustered};
     int samples = 5;
     std::string figures = "level,scroll,edit,paint,open,dump";
@@ -758,7 +758,7 @@ std::vector<int> parseSizes(const char* text)
 void usage()
 {
     std::fprintf(stderr,
-                 "usage: vorn-bench [--sizes 300,3000,30000,100000] [--layouts interleaved,clustered]\n"
+                 "usage: vorn-bench [--sizes 300,3000,10000,30000,100000] [--layouts interleaved,clustered]\n"
                  "                  [--figures level,scroll,edit,paint,open,dump] [--samples 5]\n"
                  "                  [--looks plain,styled] [--max-scroll-pages N] [--no-genicam]\n"
                  "                  [--browser PATH]\n"
