@@ -574,7 +574,20 @@ boost::shared_ptr<core::models::MvParametersEntryNode> BrowserWindow::currentFea
 
 void BrowserWindow::showCurrentFeature()
 {
-    m_details->showFeature(currentFeature());
+    const auto feature = currentFeature();
+    FeatureLinks links;
+    if (feature && m_source) {
+        const std::string& name = feature->getName();
+        links.pollingMs = m_source->pollingMs(name);
+        for (const auto& [selector, selected] : m_source->selectors()) {
+            if (selector == name)
+                for (const std::string& s : selected)
+                    links.selects << QString::fromLatin1(s.c_str());
+            if (std::find(selected.begin(), selected.end(), name) != selected.end())
+                links.selectedBy << QString::fromLatin1(selector.c_str());
+        }
+    }
+    m_details->showFeature(feature, links);
 }
 
 bool BrowserWindow::selectFeature(const QString& name)

@@ -37,6 +37,10 @@ FeatureDetailsPane::FeatureDetailsPane(QWidget* parent) : QWidget(parent)
     m_entries = addRow(QStringLiteral("Entries"), 4, 0);
     // The list of entries takes the whole width, one entry a line.
     m_grid->addWidget(m_entries.value, 4, 1, 1, 3);
+    m_polling = addRow(QStringLiteral("Polling"), 5, 0);
+    m_selectedBy = addRow(QStringLiteral("Selected by"), 5, 1);
+    m_selects = addRow(QStringLiteral("Selects"), 6, 0);
+    m_grid->addWidget(m_selects.value, 6, 1, 1, 3);
     // Values take the spare width; the property names keep theirs.
     m_grid->setColumnStretch(1, 1);
     m_grid->setColumnStretch(3, 1);
@@ -77,12 +81,13 @@ void FeatureDetailsPane::setRow(const Row& row, const QString& text)
     row.value->setVisible(!text.isEmpty());
 }
 
-void FeatureDetailsPane::showFeature(const boost::shared_ptr<core::models::MvParametersEntryNode>& node)
+void FeatureDetailsPane::showFeature(const boost::shared_ptr<core::models::MvParametersEntryNode>& node,
+                                     const FeatureLinks& links)
 {
     if (!node) {
         m_title->setText(QStringLiteral("No feature selected"));
         for (const Row* row : {&m_name, &m_kind, &m_access, &m_visibility, &m_range, &m_increment, &m_unit,
-                               &m_representation, &m_entries})
+                               &m_representation, &m_entries, &m_polling, &m_selectedBy, &m_selects})
             setRow(*row, QString());
         m_description->setText(
             QStringLiteral("Select a feature in the tree to see what it is and what it takes."));
@@ -99,6 +104,9 @@ void FeatureDetailsPane::showFeature(const boost::shared_ptr<core::models::MvPar
     setRow(m_unit, facts.unit());
     setRow(m_representation, facts.representation());
     setRow(m_entries, facts.entries());
+    setRow(m_polling, links.pollingMs > 0 ? QStringLiteral("every %1 ms").arg(links.pollingMs) : QString());
+    setRow(m_selectedBy, links.selectedBy.join(QStringLiteral(", ")));
+    setRow(m_selects, links.selects.join(QStringLiteral(", ")));
     const QString description = facts.description();
     m_description->setText(description.isEmpty() ? QStringLiteral("No description.") : description);
 }

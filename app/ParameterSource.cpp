@@ -144,6 +144,11 @@ std::vector<std::pair<std::string, std::vector<std::string>>> ParameterSource::s
     return m_device ? m_device->selectors() : std::vector<std::pair<std::string, std::vector<std::string>>>();
 }
 
+int ParameterSource::pollingMs(const std::string& feature) const
+{
+    return m_device ? m_device->pollingMs(feature) : 0;
+}
+
 void ParameterSource::readRegister(std::uint64_t address, RegisterAnswer done)
 {
     if (!m_device) {

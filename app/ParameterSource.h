@@ -71,6 +71,8 @@ public:
 
     // The selectors, each with the features whose values it selects, in tree order.
     std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
+    // How often the feature is read again by itself, in milliseconds; 0 when it is not.
+    int pollingMs(const std::string& feature) const;
     // A description file opened without its camera: the values are the offline device's own.
     bool isOffline() const { return m_offline; }
 

@@ -136,6 +136,9 @@ public:
     // The selectors of the device, each with the features whose values it selects (a gain per
     // GainSelector value), in tree order.
     std::vector<std::pair<std::string, std::vector<std::string>>> selectors() const;
+    // How often the feature is read again by itself, in milliseconds (its PollingTime, or that of the
+    // node its value comes from); 0 when it is not polled or not known.
+    int pollingMs(const std::string& feature) const;
 
     // The register reads and writes made so far, for a description opened offline (where the library
     // serves the registers itself and counts them); zeros for other sources. For measuring traffic.

@@ -527,6 +527,12 @@ std::vector<std::pair<std::string, std::vector<std::string>>> GenicamParameterTr
     return result;
 }
 
+int GenicamParameterTree::pollingMs(const std::string& feature) const
+{
+    const auto it = m_impl->featureByName.find(feature);
+    return it == m_impl->featureByName.end() ? 0 : m_impl->layout.features[it->second].pollingMs;
+}
+
 GenicamParameterTree::RegisterTraffic GenicamParameterTree::registerTraffic() const
 {
     const auto counted = m_impl->device->traffic();

@@ -447,6 +447,35 @@ TEST_F(BrowserWindowTest, theDescriptionPaneDescribesTheSelectedFeature)
     EXPECT_EQ(pane->shownText(QStringLiteral("Name")), QStringLiteral("PixelFormat"));
 }
 
+// How a feature is polled, and the selectors it depends on or is, as the description says.
+TEST_F(BrowserWindowTest, theDescriptionPaneNamesPollingAndSelectors)
+{
+    QString error;
+    auto polled = ParameterSource::openXmlFile(QStringLiteral(VORN_GENICAM_TEST_DATA "/polling.xml"), &error);
+    ASSERT_TRUE(polled) << error.toStdString();
+    window->setSource(std::move(polled));
+    settle();
+    choose("visibilityBox", QStringLiteral("Guru"));
+    auto* pane = child<FeatureDetailsPane>("detailsPane");
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Temperature")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Polling")), QStringLiteral("every 100 ms"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Selected by")), QString());
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("TemperatureMirror")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Polling")), QString()) << "not polled: no line";
+
+    auto selector =
+        ParameterSource::openXmlFile(QStringLiteral(VORN_GENICAM_TEST_DATA "/selector.xml"), &error);
+    ASSERT_TRUE(selector) << error.toStdString();
+    window->setSource(std::move(selector));
+    settle();
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("GainSelector")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Selects")), QStringLiteral("Gain"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Selected by")), QString());
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Gain")));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Selected by")), QStringLiteral("GainSelector"));
+    EXPECT_EQ(pane->shownText(QStringLiteral("Selects")), QString());
+}
+
 TEST_F(BrowserWindowTest, anOfflineDescriptionSaysSoAndShowsWhatTheFileHolds)
 {
     const QString path = QStringLiteral(VORN_GENICAM_SHARED_DATA "/simulated-camera.xml");
