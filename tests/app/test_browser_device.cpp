@@ -2,12 +2,16 @@
 // Vision camera on the loopback interface of this program's own network, frozen just before a load.
 #include "BrowserWindow.h"
 #include "DeviceDialog.h"
+#include "FeatureDetailsPane.h"
 #include "FeatureWriter.h"
 #include "ParameterSource.h"
 
 #include "support/Eventually.h"
+#include "support/ModelDump.h"
 
 #include "genicam/FakeGvCamera.h"
+
+#include <vorn/host/Qt4GenericTreeView.h>
 
 #include <gtest/gtest.h>
 
@@ -171,4 +175,42 @@ TEST(BrowserDevice, theConnectDialogListsTheCameraItFinds)
     EXPECT_EQ(rows, QStringList{QStringLiteral("Aravis-Fake-%1 | Aravis | Fake | %1 | %2 | GigEVision")
                                     .arg(serial, QString::fromLatin1(kCameraAddress))});
     EXPECT_EQ(dialog.deviceId(), QStringLiteral("Aravis-Fake-") + serial) << "the first camera is chosen";
+}
+
+// A camera that goes away and comes back keeps the window as the person left it: what was open or
+// closed, and the selected feature.
+TEST(BrowserDevice, expansionAndSelectionOutlastALossAndAReconnect)
+{
+    if (const std::string why = whyNoCamera(); !why.empty())
+        GTEST_SKIP() << why;
+    QStandardPaths::setTestModeEnabled(true);
+    QSettings(QStringLiteral("Vorn"), QStringLiteral("parameter-browser")).clear();
+    FakeGvCamera camera(QStringLiteral("VR%1").arg(::getpid()));
+    ASSERT_TRUE(camera.start()) << "cannot start " << kCameraTool;
+    QString error;
+    auto source = openCameraWhenReady(&error);
+    ASSERT_TRUE(source) << error.toStdString();
+
+    BrowserWindow window;
+    window.setSource(std::move(source));
+    window.show();
+    QCoreApplication::processEvents();
+    auto* view = window.view();
+    auto expanded = [view](const char* name) {
+        return view->isExpanded(findRow(view->model(), QLatin1String(name)));
+    };
+    ASSERT_TRUE(expanded("DeviceControl"));
+    view->collapse(findRow(view->model(), QStringLiteral("DeviceControl")));
+    ASSERT_TRUE(window.selectFeature(QStringLiteral("Width")));
+
+    ASSERT_TRUE(camera.freeze());
+    VORN_WAIT_UNTIL(!window.source()->isConnected(), 15000);
+    camera.resume();
+    VORN_WAIT_UNTIL(window.source()->isConnected(), 30000);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(expanded("DeviceControl"));
+    EXPECT_TRUE(expanded("ImageFormatControl"));
+    EXPECT_TRUE(expanded("AcquisitionControl"));
+    EXPECT_EQ(window.details()->shownText(QStringLiteral("Name")), QStringLiteral("Width"));
+    window.close();
 }
