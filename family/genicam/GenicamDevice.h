@@ -1,6 +1,7 @@
 #pragma once
 
 #include "family/genicam/FeatureIo.h"
+#include "family/genicam/FeatureMapping.h"
 #include "family/genicam/GenicamDescription.h"
 #include "family/genicam/GenicamLayout.h"
 #include "family/genicam/OfflineDevice.h"
@@ -38,7 +39,7 @@ class GenicamDevice
 public:
     enum class Source { Simulated, XmlFile, Device };
     // The most rows a description may make; no camera comes near (the largest have a few thousand).
-    static constexpr std::size_t kMaxRows = 250000;
+    static constexpr std::size_t kMaxRows = FeatureMapping::kMaxRows;
     using Publisher = std::function<void(std::shared_ptr<Publication>)>;
 
     struct OpenResult
@@ -99,31 +100,23 @@ private:
         std::function<void(ArvDevice*)> raw;
     };
 
-    // What the device thread keeps per feature besides its layout.
-    struct Binding
-    {
-        FeatureNodes nodes;
-        const FeatureIo* io = nullptr; // the Aravis side of the feature's kind
-        int described = -1;            // the feature's node in the description
-        Clock::time_point due;         // next poll
-    };
-
-    // Marks the thread as waiting for the device while it lives.
-    class AccessClock;
-
+    // The thread and its queue (GenicamDevice.cpp).
     void enqueue(Job job);
     bool stopping();
     void run();
     void handle(std::deque<Job>& jobs);
-    void runTimers();
-    Clock::time_point nextDeadline() const;
+    // Hands the publication to the GUI when it says anything (or always, with force).
+    void publish(Publication& publication, bool force = false);
 
+    // Opening (GenicamDeviceOpen.cpp): the source, its description mapped to features, every feature
+    // read once.
+    void openOnThread(Source source, const std::string& what, OpenResult& result);
     bool openSource(Source source, const std::string& what, std::string* error);
     bool buildLayout(std::string* error);
-    bool addFeatures(ArvGcNode* root, std::string* error);
     void startAtAllowedValues();
-    int addFeature(const std::string& name, ArvGcNode* node);
+    void closeSource();
 
+    // Reads and writes of features (GenicamDeviceIo.cpp).
     ParameterState read(int feature);
     // The features whose values a write to feature may change, itself among them; empty when that
     // cannot be told (then everything may have changed).
@@ -139,14 +132,19 @@ private:
     bool readInto(int feature, Publication& publication);
     void readAll(Publication& publication);
     void readSome(const std::vector<int>& features, Publication& publication);
+
+    // Liveness, reconnection and polling (GenicamDeviceLiveness.cpp).
+    void startTimers();
+    // Notes what the device opened says it is, from the values read at open.
+    void learnIdentity();
+    void runTimers();
+    Clock::time_point nextDeadline() const;
     void probe();
     // Reads the heartbeat's registers: what they hold, or empty when the device did not answer.
     std::string heartbeat();
     // What the device says it is, "<vendor> <model>, serial <serial>, MAC <address>", from the
     // identity features the description has, each state as stateOf gives it; empty without any.
     std::string identityOf(const std::function<ParameterState(int)>& stateOf) const;
-    // Hands the publication to the GUI when it says anything (or always, with force).
-    void publish(Publication& publication, bool force = false);
 
     Publisher m_publisher;
     std::thread m_thread;
@@ -164,7 +162,8 @@ private:
     ArvGc* m_ownGc = nullptr; // a document of our own, made from the checked description
     GenicamDescription m_description;
     Layout m_layout;
-    std::vector<Binding> m_bindings;
+    std::vector<FeatureBinding> m_bindings;
+    std::vector<Clock::time_point> m_due; // each polled feature's next read
     std::unordered_map<std::string, int> m_featureByName;
     std::unordered_map<int, std::vector<int>> m_affected; // by affectedBy, made on first write
     std::vector<int> m_featureOfNode;                     // the feature each described node shows
