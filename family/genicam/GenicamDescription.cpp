@@ -887,6 +887,8 @@ const GenicamDescription::Node& GenicamDescription::closureOf(int index)
             node.dividingFormulas.push_back(done);
         if (!m_nodes[static_cast<std::size_t>(done)].length.empty())
             node.lengthNodes.push_back(done);
+        if (m_nodes[static_cast<std::size_t>(done)].dynamicAddress)
+            node.dynamicAddressOnPath = true;
     }
     return node;
 }

@@ -68,6 +68,10 @@ public:
         bool formulasKnown = false;
         std::vector<int> dividingFormulas;
         std::vector<int> lengthNodes; // nodes whose pLength its evaluation passes through
+        // Whether its evaluation passes through a register whose address a node gives (pAddress,
+        // pIndex): the GenICam library's register cache does not tell such a register's addresses
+        // apart, so it is read past the cache.
+        bool dynamicAddressOnPath = false;
     };
 
     // A formula node's formulas, and the nodes its variables name.
@@ -109,7 +113,7 @@ public:
     int indexOf(const std::string& name) const;
     // The formulas of a formula node, or nullptr.
     const Formulas* formulasAt(int index) const;
-    // Fills the node's dividingFormulas and lengthNodes (once), and returns it.
+    // Fills the node's dividingFormulas, lengthNodes and dynamicAddressOnPath (once), and returns it.
     const Node& closureOf(int index);
     // The nodes whose value a write to the node may change: the node, where its value goes
     // (pValue after pValue), registers that may share bytes with those, and every node whose

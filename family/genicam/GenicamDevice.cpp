@@ -2,6 +2,7 @@
 
 #include "family/genicam/AccessClock.h"
 #include "family/genicam/AravisSupport.h"
+#include "family/genicam/FreshReads.h"
 
 #include <algorithm>
 #include <future>
@@ -164,6 +165,8 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
     std::vector<char> pending(m_layout.features.size(), 0);
     auto readBack = [&]() {
         if (everything) {
+            // A refresh is asked for because something may have changed behind the tree's back.
+            FreshReads fresh(m_gc);
             readAll(publication);
         } else {
             std::vector<int> features;

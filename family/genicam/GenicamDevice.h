@@ -128,6 +128,8 @@ private:
                          Formula::Number* value, std::string* problem, int depth);
     ParameterEntryAccessMode accessOf(ArvGcNode* node, bool* locked);
     std::string write(int feature, const boost::any& value);
+    // Whether the feature is read past the register cache (see GenicamDescription::Node).
+    bool readsPastCache(int feature);
     // Reads a feature and notes it in the publication when it changed; false once the device is lost.
     bool readInto(int feature, Publication& publication);
     void readAll(Publication& publication);
@@ -140,8 +142,11 @@ private:
     void runTimers();
     Clock::time_point nextDeadline() const;
     void probe();
-    // Reads the heartbeat's registers: what they hold, or empty when the device did not answer.
+    // Reads the heartbeat's registers: their mark (markOf), or empty when the device did not answer.
     std::string heartbeat();
+    // The heartbeat's mark as the values read at open tell it, or empty when they do not.
+    std::string markReadAtOpen() const;
+    static std::string markOf(const std::string& bytes);
     // What the device says it is, "<vendor> <model>, serial <serial>, MAC <address>", from the
     // identity features the description has, each state as stateOf gives it; empty without any.
     std::string identityOf(const std::function<ParameterState(int)>& stateOf) const;

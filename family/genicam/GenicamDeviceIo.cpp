@@ -2,6 +2,7 @@
 
 #include "family/genicam/AccessClock.h"
 #include "family/genicam/AravisSupport.h"
+#include "family/genicam/FreshReads.h"
 
 #include <arv.h>
 
@@ -58,6 +59,7 @@ ParameterState GenicamDevice::read(int index)
         return state;
     }
     AccessClock clock(m_accessStarted);
+    FreshReads fresh(readsPastCache(index) ? m_gc : nullptr);
     m_errors.takeMessage();
     state.access = accessOf(b.nodes.node, nullptr);
     if (m_errors.lost())
@@ -185,6 +187,12 @@ bool GenicamDevice::formulaVariable(const GenicamDescription::Formulas& formulas
     return ok;
 }
 
+bool GenicamDevice::readsPastCache(int feature)
+{
+    const int described = m_bindings[static_cast<std::size_t>(feature)].described;
+    return described >= 0 && m_description.closureOf(described).dynamicAddressOnPath;
+}
+
 std::string GenicamDevice::write(int index, const boost::any& value)
 {
     if (m_errors.lost())
@@ -198,6 +206,7 @@ std::string GenicamDevice::write(int index, const boost::any& value)
         return f.problem;
 
     AccessClock clock(m_accessStarted);
+    FreshReads fresh(readsPastCache(index) ? m_gc : nullptr);
     bool locked = false;
     const ParameterEntryAccessMode access = accessOf(b.nodes.node, &locked);
     if (m_errors.lost())

@@ -1,9 +1,11 @@
 #include "family/genicam/GenicamDevice.h"
 
 #include "family/genicam/AccessClock.h"
+#include "family/genicam/FreshReads.h"
 
 #include <arv.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace vorn {
@@ -44,7 +46,41 @@ void GenicamDevice::learnIdentity()
     }
     // Known from the values read at open: naming the device costs no read.
     m_identity = identityOf([this](int feature) { return m_published[feature]; });
-    m_heartbeatMark = heartbeat();
+    m_heartbeatMark = markReadAtOpen();
+    if (m_heartbeatMark.empty())
+        m_heartbeatMark = heartbeat();
+}
+
+std::string GenicamDevice::markReadAtOpen() const
+{
+    // A GigE Vision description names the serial number of the bootstrap registers as a feature
+    // (DeviceID, DeviceSerialNumber): when one maps exactly the heartbeat's registers, its value read
+    // at open is what the heartbeat would read.
+    for (int feature : m_identityFeatures) {
+        const int described = m_bindings[static_cast<std::size_t>(feature)].described;
+        if (described < 0)
+            continue;
+        const GenicamDescription::Node& node = m_description.nodeAt(described);
+        if (node.tag != "StringReg" || node.dynamicAddress ||
+            node.address != static_cast<std::int64_t>(m_heartbeatAddress) ||
+            node.bytes != static_cast<std::int64_t>(m_heartbeatSize))
+            continue;
+        const ParameterState& state = m_published[static_cast<std::size_t>(feature)];
+        const auto* value = std::get_if<std::string>(&state.value);
+        if (!state.valid || !value || value->size() > m_heartbeatSize)
+            continue;
+        // Only printable ASCII reads back byte for byte; anything else is read from the device.
+        if (!std::all_of(value->begin(), value->end(), [](char c) { return c >= 0x20 && c < 0x7f; }))
+            continue;
+        return markOf(*value);
+    }
+    return std::string();
+}
+
+std::string GenicamDevice::markOf(const std::string& bytes)
+{
+    // The bytes up to the first zero, as a string reads them; never empty, which means no answer.
+    return "=" + std::string(bytes.c_str());
 }
 
 std::string GenicamDevice::heartbeat()
@@ -59,8 +95,8 @@ std::string GenicamDevice::heartbeat()
     heartbeat.note(e);
     g_clear_error(&e);
     if (heartbeat.lost())
-        mark.clear();
-    return mark;
+        return std::string();
+    return markOf(mark);
 }
 
 void GenicamDevice::probe()
@@ -78,6 +114,8 @@ void GenicamDevice::probe()
         // The other device still answers: nothing to read until that changes.
     } else if (mark != m_heartbeatMark || m_errors.lost() || giveUps != m_giveUpsAnswered) {
         m_errors.setLost(false);
+        // The device may have restarted, or be another one: nothing cached of it holds.
+        FreshReads fresh(m_gc);
         // The answer may come from another device at the same address (a camera swapped, an
         // address handed to another): its values are not this tree's, so it is not attached to.
         stranger.clear();
@@ -189,6 +227,8 @@ void GenicamDevice::runTimers()
     }
     if (due.empty())
         return;
+    // A polled value changes on the device by itself: the cache cannot know it.
+    FreshReads fresh(m_gc);
     Publication publication;
     readSome(due, publication);
     publish(publication);

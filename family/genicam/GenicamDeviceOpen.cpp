@@ -1,6 +1,7 @@
 #include "family/genicam/GenicamDevice.h"
 
 #include "family/genicam/AravisSupport.h"
+#include "family/genicam/FreshReads.h"
 #include "family/genicam/OfflineDevice.h"
 
 #include <arv.h>
@@ -126,6 +127,7 @@ bool GenicamDevice::openSource(Source source, const std::string& what, std::stri
     // Aravis checks neither ranges nor access unless asked to.
     arv_gc_set_range_check_policy(m_gc, ARV_RANGE_CHECK_POLICY_ENABLE);
     arv_gc_set_access_check_policy(m_gc, ARV_ACCESS_CHECK_POLICY_ENABLE);
+    FreshReads::useCache(m_gc);
     m_layout.live = source == Source::Device;
     if (ARV_IS_GV_DEVICE(m_device)) {
         // The heartbeat reads the serial number a GigE Vision device keeps in its bootstrap
