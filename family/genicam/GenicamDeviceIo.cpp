@@ -230,7 +230,9 @@ std::string GenicamDevice::write(int index, const boost::any& value)
     m_errors.note(e);
     reason = reasonOf(e);
     g_error_free(e);
-    return m_errors.lost() ? std::string(kNoAnswer) + " (" + reason + ")" : reason;
+    // A write that times out says what every access to a lost device says, whichever register it
+    // reached first.
+    return m_errors.lost() ? std::string(kNoAnswer) : reason;
 }
 
 bool GenicamDevice::readInto(int feature, Publication& publication)
