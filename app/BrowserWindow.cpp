@@ -34,6 +34,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
@@ -120,6 +121,17 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
     connect(m_stateTimer, &QTimer::timeout, this, &BrowserWindow::updateDeviceState);
     m_stateTimer->start();
 
+    // Scrolling, expanding or filtering changes what is on screen many times a second: the source
+    // hears of it once things settle.
+    m_onScreenTimer = new QTimer(this);
+    m_onScreenTimer->setSingleShot(true);
+    m_onScreenTimer->setInterval(50);
+    connect(m_onScreenTimer, &QTimer::timeout, this, &BrowserWindow::tellFeaturesOnScreen);
+    connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, &BrowserWindow::scheduleOnScreen);
+    connect(m_view, &QTreeView::expanded, this, &BrowserWindow::scheduleOnScreen);
+    connect(m_view, &QTreeView::collapsed, this, &BrowserWindow::scheduleOnScreen);
+    m_view->viewport()->installEventFilter(this);
+
     // The remembered choices; the command line may change them before the window shows.
     setModelKind(m_settings.modelKind());
     setVisibility(m_settings.visibility());
@@ -134,6 +146,9 @@ BrowserWindow::BrowserWindow(QWidget* parent) : QMainWindow(parent)
 // The view goes first, while the models and the delegate it uses still exist.
 BrowserWindow::~BrowserWindow()
 {
+    // Hiding the view as it goes would report to a window half gone.
+    m_view->viewport()->removeEventFilter(this);
+    m_view->removeEventFilter(this);
     delete m_view;
     m_view = nullptr;
 }
@@ -378,6 +393,15 @@ void BrowserWindow::rebuildModels()
     connect(m_models->parameters(), &core::Qt4GenericModel::errorReported, this, &BrowserWindow::reportError);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &BrowserWindow::showCurrentFeature);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &BrowserWindow::scheduleOnScreen);
+    QAbstractItemModel* shown = m_models->view();
+    connect(shown, &QAbstractItemModel::rowsInserted, this, &BrowserWindow::scheduleOnScreen);
+    connect(shown, &QAbstractItemModel::rowsRemoved, this, &BrowserWindow::scheduleOnScreen);
+    connect(shown, &QAbstractItemModel::layoutChanged, this, &BrowserWindow::scheduleOnScreen);
+    connect(shown, &QAbstractItemModel::modelReset, this, &BrowserWindow::scheduleOnScreen);
+    m_featuresOnScreen.clear();
+    scheduleOnScreen();
     // The integer view mode only changes what the styled model shows.
     m_viewModeBox->setEnabled(modelKind() == ModelKind::Styled);
 
@@ -388,6 +412,11 @@ void BrowserWindow::rebuildModels()
 
 bool BrowserWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    if (m_view && watched == m_view->viewport()) {
+        if (event->type() == QEvent::Resize || event->type() == QEvent::Show || event->type() == QEvent::Hide)
+            scheduleOnScreen();
+        return QMainWindow::eventFilter(watched, event);
+    }
     if (watched != m_view || event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
@@ -414,6 +443,38 @@ bool BrowserWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void BrowserWindow::scheduleOnScreen()
+{
+    m_onScreenTimer->start();
+}
+
+void BrowserWindow::tellFeaturesOnScreen()
+{
+    if (!m_source || !m_view->model())
+        return;
+    std::vector<std::string> names;
+    if (m_view->viewport()->isVisible()) {
+        // The rows from the top of the viewport to its bottom: as many as fit on screen.
+        const int bottom = m_view->viewport()->height();
+        for (QModelIndex index = m_view->indexAt(QPoint(0, 0)); index.isValid();
+             index = m_view->indexBelow(index)) {
+            if (m_view->visualRect(index).top() >= bottom)
+                break;
+            if (const auto feature = featureAt(index))
+                names.push_back(feature->getName());
+        }
+    }
+    // The description pane shows the current feature wherever the view is scrolled.
+    if (const auto current = currentFeature())
+        names.push_back(current->getName());
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    if (names == m_featuresOnScreen)
+        return;
+    m_featuresOnScreen = names;
+    m_source->setFeaturesOnScreen(names);
 }
 
 void BrowserWindow::rememberExpansion()

@@ -138,6 +138,9 @@ private:
     void updateDeviceState();
     void showDeviceState();
     void updateRegistersAction();
+    // Tells the source which features are on screen, soon after what the view shows changed.
+    void scheduleOnScreen();
+    void tellFeaturesOnScreen();
     void reportError(const QString& message);
     void commandStarted(const QString& name);
     void commandAnswered(const QString& name);
@@ -171,6 +174,8 @@ private:
     ElidedLabel* m_stateLabel = nullptr;
     ElidedLabel* m_errorLabel = nullptr;
     QTimer* m_stateTimer = nullptr;
+    QTimer* m_onScreenTimer = nullptr;           // gathers the view's changes of one moment
+    std::vector<std::string> m_featuresOnScreen; // as the source was last told
     QPlainTextEdit* m_log = nullptr;
     QAction* m_registersAction = nullptr;
     QPointer<RegisterDialog> m_registers; // reads through the source: closed before it changes

@@ -208,6 +208,13 @@ void ParameterSource::whenIdle(std::function<void()> done)
     QTimer::singleShot(0, m_idleContext.get(), std::move(done));
 }
 
+void ParameterSource::setFeaturesOnScreen(const std::vector<std::string>& features)
+{
+    // The example tree changes only by its own writes: nothing to poll.
+    if (m_device)
+        m_device->setFeaturesOnScreen(features);
+}
+
 void ParameterSource::refresh()
 {
     if (m_device)

@@ -90,6 +90,9 @@ public:
     void whenIdle(std::function<void()> done);
     // Reads every value again, for changes the tree cannot see by itself.
     void refresh();
+    // The features a view shows now: only these, of the features with a polling time, are read again
+    // by themselves (see GenicamParameterTree::setFeaturesOnScreen).
+    void setFeaturesOnScreen(const std::vector<std::string>& features);
 
 private:
     ParameterSource() = default;

@@ -48,7 +48,7 @@ namespace models {
 // - A command is active while the node its pIsDone names reads false (0); a command without
 //   pIsDone is never active. While a command is active it is read again every 100 ms.
 // - A feature with a PollingTime (its own, or that of the node its pValue names) is read again at
-//   that period.
+//   that period while it is on screen (setFeaturesOnScreen).
 //
 // Threads: the tree belongs to the thread that opens it, which must run a Qt event loop (the GUI
 // thread). A device thread of the tree's own holds every Aravis object. Node getters answer from
@@ -139,6 +139,12 @@ public:
     // How often the feature is read again by itself, in milliseconds (its PollingTime, or that of the
     // node its value comes from); 0 when it is not polled or not known.
     int pollingMs(const std::string& feature) const;
+    // The features a view shows now. A value with a polling time is read again at its period only
+    // while it is on screen (and once as it comes into view): each read is a round trip to the
+    // device. Until a host says which features are on screen, every polled feature is read; a
+    // command that runs is read until it is done wherever it is. Unknown names are ignored.
+    void setFeaturesOnScreen(const std::vector<std::string>& features);
+    void setAllFeaturesOnScreen();
 
     // The register reads and writes made so far, for a description opened offline (where the library
     // serves the registers itself and counts them); zeros for other sources. For measuring traffic.

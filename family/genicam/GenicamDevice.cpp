@@ -138,6 +138,22 @@ void GenicamDevice::post(std::function<void(ArvDevice*)> raw)
     enqueue(std::move(job));
 }
 
+void GenicamDevice::watch(std::vector<int> features)
+{
+    Job job;
+    job.type = Job::Watch;
+    job.watched = std::move(features);
+    enqueue(std::move(job));
+}
+
+void GenicamDevice::watchAll()
+{
+    Job job;
+    job.type = Job::Watch;
+    job.watchAll = true;
+    enqueue(std::move(job));
+}
+
 void GenicamDevice::run()
 {
     for (;;) {
@@ -206,6 +222,9 @@ void GenicamDevice::handle(std::deque<Job>& jobs)
             // device access.
             if (job.raw)
                 job.raw(m_device);
+            break;
+        case Job::Watch:
+            setWatched(job);
             break;
         case Job::Barrier:
             if (dirty)

@@ -73,6 +73,11 @@ public:
     void refresh();
     void barrier(std::uint64_t id);
     void post(std::function<void(ArvDevice*)> job);
+    // The features on screen: of the features with a polling time, only these are read again at
+    // their period (a command that runs is read again wherever it is). Until this is called, every
+    // polled feature is.
+    void watch(std::vector<int> features);
+    void watchAll();
 
     // When the device thread's current device access began, in milliseconds of the steady clock;
     // 0 while it does not wait for the device.
@@ -92,12 +97,14 @@ private:
 
     struct Job
     {
-        enum Type { Write, Refresh, Barrier, Raw } type = Refresh;
+        enum Type { Write, Refresh, Barrier, Raw, Watch } type = Refresh;
         int feature = -1;
         int place = -1;
         boost::any value;
         std::uint64_t barrier = 0;
         std::function<void(ArvDevice*)> raw;
+        std::vector<int> watched;
+        bool watchAll = false;
     };
 
     // The thread and its queue (GenicamDevice.cpp).
@@ -141,6 +148,9 @@ private:
     void learnIdentity();
     void runTimers();
     Clock::time_point nextDeadline() const;
+    // Whether the feature is read again by itself now: a polled feature on screen, a running command.
+    bool polledNow(std::size_t feature) const;
+    void setWatched(const Job& job);
     void probe();
     // Reads the heartbeat's registers: their mark (markOf), or empty when the device did not answer.
     std::string heartbeat();
@@ -169,6 +179,8 @@ private:
     Layout m_layout;
     std::vector<FeatureBinding> m_bindings;
     std::vector<Clock::time_point> m_due; // each polled feature's next read
+    bool m_watchAll = true;               // no host said which features are on screen
+    std::vector<char> m_watched;          // otherwise, the features on screen
     std::unordered_map<std::string, int> m_featureByName;
     std::unordered_map<int, std::vector<int>> m_affected; // by affectedBy, made on first write
     std::vector<int> m_featureOfNode;                     // the feature each described node shows

@@ -6,6 +6,7 @@
 #include <arv.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 
 namespace vorn {
@@ -32,6 +33,7 @@ void GenicamDevice::startTimers()
 {
     const auto now = Clock::now();
     m_due.assign(m_layout.features.size(), now);
+    m_watched.assign(m_layout.features.size(), 0);
     for (std::size_t i = 0; i < m_due.size(); ++i)
         m_due[i] = now + std::chrono::milliseconds(m_layout.features[i].pollingMs);
     m_nextProbe = now + kProbePeriod;
@@ -194,13 +196,39 @@ GenicamDevice::Clock::time_point GenicamDevice::nextDeadline() const
         deadline = std::min(deadline, m_nextProbe);
     if (m_errors.lost())
         return deadline;
-    for (std::size_t i = 0; i < m_due.size(); ++i) {
-        // A command is read again while it runs.
-        const bool polled = m_layout.features[i].pollingMs > 0 || m_published[i].active;
-        if (polled)
+    for (std::size_t i = 0; i < m_due.size(); ++i)
+        if (polledNow(i))
             deadline = std::min(deadline, m_due[i]);
-    }
     return deadline;
+}
+
+bool GenicamDevice::polledNow(std::size_t feature) const
+{
+    assert(feature < m_due.size());
+    // A command is read again while it runs, wherever it is: its end is what the user waits for.
+    if (m_published[feature].active)
+        return true;
+    // A value off screen may change unseen; it is read once it comes into view.
+    return m_layout.features[feature].pollingMs > 0 && (m_watchAll || m_watched[feature]);
+}
+
+void GenicamDevice::setWatched(const Job& job)
+{
+    if (m_due.empty())
+        return; // not open (yet): nothing is polled
+    std::vector<char> watched(m_due.size(), 0);
+    for (int feature : job.watched)
+        if (feature >= 0 && static_cast<std::size_t>(feature) < watched.size())
+            watched[static_cast<std::size_t>(feature)] = 1;
+    const auto now = Clock::now();
+    for (std::size_t i = 0; i < watched.size(); ++i) {
+        // What comes into view may have changed meanwhile: it is read at once, then at its period.
+        const bool wasWatched = m_watchAll || m_watched[i];
+        if (!wasWatched && (job.watchAll || watched[i]))
+            m_due[i] = now;
+    }
+    m_watchAll = job.watchAll;
+    m_watched.swap(watched);
 }
 
 void GenicamDevice::runTimers()
@@ -215,11 +243,11 @@ void GenicamDevice::runTimers()
         return;
     std::vector<int> due;
     for (std::size_t i = 0; i < m_due.size(); ++i) {
-        int period = m_layout.features[i].pollingMs;
-        if (period <= 0 && m_published[i].active)
-            period = kCommandPollMs;
-        if (period <= 0)
+        if (!polledNow(i))
             continue;
+        int period = m_layout.features[i].pollingMs;
+        if (period <= 0)
+            period = kCommandPollMs;
         if (now >= m_due[i]) {
             due.push_back(static_cast<int>(i));
             m_due[i] = now + std::chrono::milliseconds(period);

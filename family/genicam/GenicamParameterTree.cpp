@@ -568,6 +568,23 @@ void GenicamParameterTree::writeRegister(std::uint64_t address, std::uint32_t va
     refresh();
 }
 
+void GenicamParameterTree::setFeaturesOnScreen(const std::vector<std::string>& features)
+{
+    std::vector<int> watched;
+    watched.reserve(features.size());
+    for (const std::string& name : features) {
+        const auto it = m_impl->featureByName.find(name);
+        if (it != m_impl->featureByName.end())
+            watched.push_back(it->second);
+    }
+    m_impl->device->watch(std::move(watched));
+}
+
+void GenicamParameterTree::setAllFeaturesOnScreen()
+{
+    m_impl->device->watchAll();
+}
+
 void GenicamParameterTree::refresh()
 {
     m_impl->device->refresh();

@@ -476,6 +476,39 @@ TEST_F(BrowserWindowTest, theDescriptionPaneNamesPollingAndSelectors)
     EXPECT_EQ(pane->shownText(QStringLiteral("Selects")), QString());
 }
 
+// A polled value is a read every period: the window has the device read only those on screen.
+TEST_F(BrowserWindowTest, onlyPolledFeaturesOnScreenAreRead)
+{
+    QString error;
+    auto polled = ParameterSource::openXmlFile(QStringLiteral(VORN_GENICAM_TEST_DATA "/polling.xml"), &error);
+    ASSERT_TRUE(polled) << error.toStdString();
+    window->setSource(std::move(polled));
+    settle();
+    choose("visibilityBox", QStringLiteral("Guru"));
+    const auto tree = window->source()->genicamTree();
+    ASSERT_TRUE(tree);
+    const auto readsSoFar = [&tree] { return tree->registerTraffic().reads; };
+
+    // Temperature (100 ms) and Heartbeat (50 ms) in view: read again and again.
+    window->view()->expandAll();
+    window->view()->setCurrentIndex(QModelIndex());
+    auto before = readsSoFar();
+    VORN_WAIT_UNTIL(readsSoFar() >= before + 4, 5000);
+
+    // Their category closed and nothing selected: nothing polled is on screen, nothing is read.
+    window->view()->collapseAll();
+    QTest::qWait(300);
+    ASSERT_TRUE(window->source()->waitIdle(5000));
+    before = readsSoFar();
+    QTest::qWait(500);
+    EXPECT_EQ(readsSoFar(), before);
+
+    // The selected feature shows in the description pane, wherever the view is: read again.
+    ASSERT_TRUE(window->selectFeature(QStringLiteral("Temperature")));
+    before = readsSoFar();
+    VORN_WAIT_UNTIL(readsSoFar() >= before + 2, 5000);
+}
+
 TEST_F(BrowserWindowTest, anOfflineDescriptionSaysSoAndShowsWhatTheFileHolds)
 {
     const QString path = QStringLiteral(VORN_GENICAM_SHARED_DATA "/simulated-camera.xml");

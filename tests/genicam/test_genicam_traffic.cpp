@@ -5,6 +5,7 @@
 #include <arv.h>
 
 #include "genicam/GenicamTestSupport.h"
+#include "support/Eventually.h"
 
 #include <gtest/gtest.h>
 
@@ -152,4 +153,63 @@ TEST(GenicamTraffic, anIdleTreeReadsNothing)
     while (timer.elapsed() < 500)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
     EXPECT_EQ(meter.since(), Traffic(0, 0));
+}
+
+namespace {
+
+// Lets the device thread run for ms milliseconds, the events of the tree applied.
+void idleFor(int ms)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+// Changes a big-endian 32-bit register behind the tree's back, as the device itself would.
+void setRegister(const boost::shared_ptr<GenicamParameterTree>& tree, guint64 address, guint32 value)
+{
+    tree->post([address, value](ArvDevice* device) {
+        guint32 bytes = GUINT32_TO_BE(value);
+        arv_device_write_memory(device, address, sizeof bytes, &bytes, nullptr);
+    });
+    ASSERT_TRUE(tree->waitIdle());
+}
+
+} // namespace
+
+TEST(GenicamTraffic, polledFeaturesAreReadOnlyWhileOnScreen)
+{
+    auto tree = GenicamParameterTree::openXmlFile(ownFile("polling.xml"));
+    ASSERT_TRUE(tree);
+    auto temperature = tree->find("Temperature");
+    auto heartbeat = tree->find("Heartbeat");
+    ASSERT_TRUE(temperature && heartbeat);
+    // Until a view says what it shows, every polled feature is read at its period.
+    setRegister(tree, 0x8304, 3);
+    VORN_WAIT_EQ(valueOf(heartbeat), std::string("3"), 5000);
+
+    // Only the mirror, which has no polling time, on screen: nothing at all is read.
+    tree->setFeaturesOnScreen({"TemperatureMirror", "NoSuchFeature"});
+    ASSERT_TRUE(tree->waitIdle());
+    setRegister(tree, 0x8300, 42);
+    setRegister(tree, 0x8304, 4);
+    TrafficMeter meter(tree);
+    idleFor(600);
+    EXPECT_EQ(meter.since(), Traffic(0, 0));
+    EXPECT_EQ(valueOf(temperature), "0") << "off screen, the change is not read";
+    EXPECT_EQ(valueOf(heartbeat), "3");
+
+    // The temperature comes into view: it is read; the heartbeat, polled twice as often, stays off
+    // screen and unread.
+    tree->setFeaturesOnScreen({"Temperature", "TemperatureMirror"});
+    VORN_WAIT_EQ(valueOf(temperature), std::string("42"), 5000);
+    setRegister(tree, 0x8300, 43);
+    VORN_WAIT_EQ(valueOf(temperature), std::string("43"), 5000);
+    EXPECT_EQ(valueOf(heartbeat), "3");
+    EXPECT_GE(meter.since().first, 2u);
+
+    // Every feature counts as on screen again.
+    tree->setAllFeaturesOnScreen();
+    VORN_WAIT_EQ(valueOf(heartbeat), std::string("4"), 5000);
 }
