@@ -9,7 +9,7 @@ BUILD_DIR="${BUILD_DIR:-$ROOT/build}"
 # add: GoogleTest, Aravis's simulated network camera and its command line tool, and Python for the
 # checks of what is installed.
 VORN_BROWSER_PACKAGES=(build-essential cmake pkg-config qtbase5-dev qtbase5-dev-tools libboost-dev
-  libaravis-dev libzip-dev libusb-1.0-0-dev fonts-dejavu-core)
+  libaravis-dev libzip-dev libusb-1.0-0-dev libopencv-imgproc-dev fonts-dejavu-core)
 VORN_PACKAGES=("${VORN_BROWSER_PACKAGES[@]}" googletest libgtest-dev aravis-tools aravis-tools-cli
   xvfb xauth python3)
 
